@@ -1,0 +1,171 @@
+#pragma once
+
+/**
+ * @file
+ * The library's entry point: the settings of one system, by name and as a whole.
+ */
+
+#include <RedfishConfig/Export.h>
+#include <RedfishConfig/RedfishConfigExpression.h>
+#include <RedfishConfig/RedfishConfigResult.h>
+#include <RedfishConfig/RedfishConfigSetting.h>
+#include <RedfishConfig/RedfishConfigSettingInfo.h>
+#include <RedfishConfig/SettingValue.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace RedfishConfig {
+
+struct SettingQuery;
+
+/**
+ * Answers every question about the settings of one system, from the text of its attribute registry (DMTF Redfish
+ * AttributeRegistry) and its current values.
+ *
+ * Construction only stores its arguments: a text that cannot be read is reported by the first operation. Settings
+ * are generated when an operation needs them and then kept. An operation on one setting generates that setting and
+ * those that its rules read, and only these rules count; an operation on all settings generates all of them, unless
+ * there are some already, and then these are all there are. To have every rule count in every answer, start with an
+ * operation on all settings.
+ *
+ * Names are matched without regard to the case of letters. No operation throws for bad input. Failures of an
+ * operation on one setting:
+ * - 8: the attribute's type is none of the five known ones;
+ * - 13: the setting could not be generated;
+ * - 20 "Unable to find the setting NAME.": the registry has no such attribute, or the name is empty;
+ * - 27: the registry text could not be read;
+ * - what the setting itself answers, see RedfishConfigSetting.
+ *
+ * Copies share the setting objects. A manager and its copies are used by one thread at a time: even queries generate
+ * settings and apply the current values.
+ */
+class REDFISHCONFIG_EXPORT RedfishConfigSettingManager {
+public:
+    /**
+     * @param registry the registry's JSON text; copied
+     * @param currentValues the current values, which replace those of the registry; copied
+     * @param cfc stored and handed on; no answer depends on it
+     * @param options copied into every setting
+     */
+    RedfishConfigSettingManager(std::string& registry, SettingValueMap& currentValues, const bool& cfc,
+                                const Config_Options& options);
+
+    /** The same without current values: those of the registry hold. */
+    RedfishConfigSettingManager(std::string& registry, const bool& cfc, const Config_Options& options);
+
+    RedfishConfigSettingManager(const RedfishConfigSettingManager& other);
+    RedfishConfigSettingManager& operator=(const RedfishConfigSettingManager& other);
+    ~RedfishConfigSettingManager();
+
+    /** @name One setting
+     * The answer is written to the second argument, which stays untouched on failure.
+     * @{ */
+
+    /** The current value as text, in hexadecimal where Config_Options asks for it. Refuses a write-only or hidden
+     * setting with 19. */
+    RedfishConfigResult QuerySettingValue(const std::string& name, std::string& value);
+
+    /** The default value as text, in hexadecimal where Config_Options asks for it. */
+    RedfishConfigResult QuerySettingDefaultValue(const std::string& name, std::string& defaultValue);
+
+    /** The display name, a heading and the help text. */
+    RedfishConfigResult QuerySettingDescription(const std::string& name, std::string& description);
+
+    /** The values that the setting accepts, and why it is hidden or grayed out; see
+     * RedfishConfigSetting::GetSettingValidValues(). */
+    RedfishConfigResult QuerySettingValidValues(const std::string& name, std::string& validValues);
+
+    /** The dynamic properties with their reasons. Nothing is filtered out. */
+    RedfishConfigResult QuerySettingStatus(const std::string& name, SettingStatus& status);
+
+    /** The record of the attribute. Current values are not applied by this operation. */
+    RedfishConfigResult GetSettingProperties(const std::string& name, RedfishConfigSettingInfoStru& properties);
+
+    /** @} */
+
+    /** @name All settings
+     * The output is cleared first and receives an answer by name for each setting that has one. When one setting or
+     * more fails, a protected or write-only one included, the result is 7, and GetError() returns their results.
+     * @{ */
+
+    RedfishConfigResult QueryGroupSettingValues(std::map<std::string, std::string>& values);
+    RedfishConfigResult QueryGroupSettingDefaultValues(std::map<std::string, std::string>& defaultValues);
+    RedfishConfigResult QueryGroupSettingDescriptions(std::map<std::string, std::string>& descriptions);
+    RedfishConfigResult QueryGroupSettingValidValues(std::map<std::string, std::string>& validValues);
+    RedfishConfigResult QueryGroupSettingStatus(std::map<std::string, SettingStatus>& status);
+
+    /** @} */
+
+    /** Appends the record of every setting to @p properties, in the order of their names. */
+    RedfishConfigResult GetAllSettingProperties(std::vector<RedfishConfigSettingInfoStru>& properties);
+
+    /**
+     * The menus of the registry: the second piece of the attributes' menu paths to the third pieces, in the order
+     * of the registry. A path of two pieces ("./Main") names no menu here.
+     *
+     * @param groups cleared first; stays empty when the registry cannot be read
+     */
+    void GetGroupList(std::map<std::string, std::vector<std::string>>& groups);
+
+    /** The failures of single settings that operations on all settings have collected. The list is emptied. */
+    std::vector<RedfishConfigResult> GetError();
+
+    /**
+     * Gives every generated setting that @p currentValues names that value, and puts the values of all generated
+     * settings into their formulas. Every other operation but GetSettingProperties() and GetGroupList() does this
+     * with the values that the manager was constructed with.
+     */
+    void UpdateSettingValue(const SettingValueMap& currentValues);
+
+    /** Replaces the flag given at construction. */
+    void SetCFCSystem(const bool& cfc);
+
+private:
+    using SettingMap = std::map<std::string, std::shared_ptr<RedfishConfigSetting>, CaseInsensitiveComparator>;
+    using SettingFactory = std::shared_ptr<RedfishConfigSetting> (RedfishConfigSettingManager::*)(
+        RedfishConfigSettingInfoStru& record, const Config_Options& options);
+
+    RedfishConfigResult ParseResponseAndGenerateSetting(const std::string& name);
+    RedfishConfigResult GenerateSetting(const std::string& name);
+    RedfishConfigResult GenerateExpression(std::vector<std::string>& relationSettings, const std::string& settingName);
+    RedfishConfigResult GenerateAllSetting();
+    RedfishConfigResult GenerateSpecifySetting(const std::pair<std::string, std::vector<std::string>>& settings);
+    RedfishConfigResult GenerateSingleSetting(const std::string& name);
+    void GetGroupName(const std::string& menuPath);
+
+    std::shared_ptr<RedfishConfigSetting> createTextSetting(RedfishConfigSettingInfoStru& record,
+                                                            const Config_Options& options);
+    std::shared_ptr<RedfishConfigSetting> createNumericSetting(RedfishConfigSettingInfoStru& record,
+                                                               const Config_Options& options);
+    std::shared_ptr<RedfishConfigSetting> createEnumerateSetting(RedfishConfigSettingInfoStru& record,
+                                                                 const Config_Options& options);
+    std::shared_ptr<RedfishConfigSetting> createBooleanSetting(RedfishConfigSettingInfoStru& record,
+                                                               const Config_Options& options);
+    std::shared_ptr<RedfishConfigSetting> createPasswordSetting(RedfishConfigSettingInfoStru& record,
+                                                                const Config_Options& options);
+    template <class TypedSetting>
+    std::shared_ptr<RedfishConfigSetting> CreateSetting(const char* factory, RedfishConfigSettingInfoStru& record,
+                                                        const Config_Options& options);
+
+    RedfishConfigResult GenerateForQuery(const std::string& name, RedfishConfigSetting*& setting);
+    template <class Answer, class Ask>
+    RedfishConfigResult QueryOne(const SettingQuery& query, const std::string& name, Answer& answer, Ask ask);
+    template <class Answer, class Ask>
+    RedfishConfigResult QueryGroup(const SettingQuery& query, std::map<std::string, Answer>& answers, Ask ask);
+
+    std::vector<RedfishConfigResult> m_Errors;
+    std::string m_RegistryText;
+    SettingValueMap m_CurrentValues;
+    ExpressionMaps m_ExpressionMaps;
+    SettingMap m_Settings;
+    bool m_CFCFlag;
+    Config_Options m_Options;
+    std::map<std::string, std::vector<std::string>> m_Groups; // menu to its sub-menus, in first-seen order
+    RedfishConfigExpression m_Expression;                     // also keeps the registry as parsed
+};
+
+} // namespace RedfishConfig
