@@ -9,6 +9,7 @@
 #include <RedfishConfig/RedfishConfigResult.h>
 #include <RedfishConfig/RedfishConfigSettingInfo.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +17,7 @@
 namespace RedfishConfig {
 
 class Registry;
+struct DependencyRule;
 
 /**
  * Evaluates formulas, and builds them from a registry's "Dependencies".
@@ -70,12 +72,13 @@ private:
     // The registry as read from the text: parsed on first use and kept, so a text is parsed once.
     const Registry& ReadRegistry(const std::string& text);
     RedfishConfigResult ReadDependencyList(const std::string& text);
-    RedfishConfigResult BuildExpression(std::size_t rule, ExpressionMaps& maps);
+    RedfishConfigResult BuildExpression(const DependencyRule& rule, ExpressionMaps& maps);
+    // The names that the rules of these formulas read, in the rules' order, each once.
+    std::vector<std::string> SettingsReadBy(const std::map<std::string, PropertyExpression>& expressions) const;
 
     std::shared_ptr<const Registry> m_Registry;
     bool m_DependenciesRead = false;
     bool m_CFCFlag = false; // handed in by the manager; no rule consults it
-    std::string m_LastError;
 };
 
 } // namespace RedfishConfig
