@@ -67,6 +67,7 @@ struct SettingStatus {
 };
 
 struct DynamicProperty;
+class ValueSubstitution;
 
 /**
  * A setting: the registry's record of one attribute with its current value and dependency formulas.
@@ -176,6 +177,9 @@ protected:
      */
     virtual RedfishConfigResult CheckNewValueIsValid(std::string& newValue, std::string& errMsg);
 
+    /** Whether a new value is the text of the default value, which most types accept unchecked. */
+    bool IsDefault(const std::string& newValue) const;
+
     /** The opening words of a refusal, from the setting's name. */
     using RefusalWords = std::string (*)(const std::string& name);
 
@@ -193,6 +197,13 @@ protected:
                                           const std::function<RedfishConfigResult(std::string& answer)>& writeBody,
                                           RefusalWords refusalWords = OperationFailsSince);
 
+    /** Appends a String's or Password's own part of the valid values: @p typeWord, the length limits and the pattern.
+     */
+    RedfishConfigResult DescribeTextLimits(const char* typeWord, std::string& answer);
+
+    /** Checks a text's length in bytes. @return 0; 10 with a reason; 8 without one when the limits are unusable. */
+    RedfishConfigResult CheckLength(const std::string& newValue, std::string& errMsg);
+
     std::string m_ErrMsg; ///< the reason of the last refusal or verdict
     RedfishConfigSettingInfoStru m_Info;
     Config_Options m_Options;
@@ -206,9 +217,12 @@ private:
     bool CheckSettingCouldBePatched(std::string& errMsg);
 
     bool AnswerDynamicProperty(const DynamicProperty& property);
-    bool AnswerStaticFlag(const DynamicProperty& property);
     RedfishConfigResult Refuse(int code, RefusalWords refusalWords);
-    RedfishConfigResult OpenQuery(const filterAction& action);
+    RedfishConfigResult RefuseAsMissing(const char* what);
+    RedfishConfigResult OpenQuery(const filterAction& action, RefusalWords refusalWords);
+    void PutValuesIntoFormulas(const ValueSubstitution& values);
+
+    friend class RedfishConfigSettingManager; // puts the values of all its settings into the formulas
 };
 
 /** A setting of type "Boolean". */

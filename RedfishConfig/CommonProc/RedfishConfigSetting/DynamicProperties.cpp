@@ -1,0 +1,148 @@
+#include "DynamicProperty.h"
+
+#include "../../logging/LogLine.h"
+#include "../RedfishConfigExpression/Formula.h"
+
+#include <utility>
+
+namespace RedfishConfig {
+
+namespace {
+
+/** A formula as a person reads it: "A==X" for "A.CurrentValue==X". */
+std::string WithoutCurrentValue(const std::string& displayText)
+{
+    static const std::string property = ".CurrentValue";
+    std::string text;
+    std::size_t copied = 0;
+    for (std::size_t found = displayText.find(property); found != std::string::npos;
+         found = displayText.find(property, copied)) {
+        text.append(displayText, copied, found - copied);
+        copied = found + property.size();
+    }
+    return text.append(displayText, copied, std::string::npos);
+}
+
+} // namespace
+
+bool RedfishConfigSetting::isReadOnly()
+{
+    return AnswerDynamicProperty(dynamicProperties[ReadOnlyRow]);
+}
+
+bool RedfishConfigSetting::isWriteOnly()
+{
+    return AnswerDynamicProperty(dynamicProperties[WriteOnlyRow]);
+}
+
+bool RedfishConfigSetting::isHidden()
+{
+    return AnswerDynamicProperty(dynamicProperties[HiddenRow]);
+}
+
+bool RedfishConfigSetting::isGrayOut()
+{
+    return AnswerDynamicProperty(dynamicProperties[GrayOutRow]);
+}
+
+bool RedfishConfigSetting::isImmutable()
+{
+    return AnswerDynamicProperty(dynamicProperties[ImmutableRow]);
+}
+
+bool RedfishConfigSetting::isSystemUnique()
+{
+    return AnswerDynamicProperty(dynamicProperties[SystemUniqueRow]);
+}
+
+bool RedfishConfigSetting::isProtected()
+{
+    if (m_Info.Hidden) {
+        m_ErrMsg = "the setting is protected.";
+    }
+    return m_Info.Hidden;
+}
+
+bool RedfishConfigSetting::AnswerDynamicProperty(const DynamicProperty& property)
+{
+    const std::string theSettingIs = std::string("the setting is ") + property.word;
+    const bool flag = m_Info.*property.flag;
+
+    const auto found = m_Info.expressionMaps.find(property.key);
+    if (found == m_Info.expressionMaps.end()) {
+        if (!property.answersFlag) {
+            return false;
+        }
+        if (flag) {
+            m_ErrMsg = theSettingIs + ".";
+        }
+        return flag;
+    }
+
+    // A rule that cannot be understood or calculated makes the property true, as a safeguard.
+    const PropertyExpression& expression = found->second;
+    if (!expression.Valid || !std::holds_alternative<bool>(expression.MapToValue.value())) {
+        LOG_LINE(LogDetail) << "The expression is invalid or the MapToValue of " << property.key
+                            << " is not a boolean value.";
+        m_ErrMsg = theSettingIs + " due to BMC data error.";
+        return true;
+    }
+    bool holds = false;
+    try {
+        holds = CalculateFormula(expression.Formula);
+    } catch (const std::string& error) {
+        LOG_LINE(LogDetail) << "Failed to calculate the " << property.word << " property with error:" << error;
+        m_ErrMsg = theSettingIs + " duo to dependency calculate error.";
+        return true;
+    }
+    LOG_LINE(LogDetail) << "Calculate " << property.key << " formular (" << expression.Formula << ") result is "
+                        << holds;
+
+    const bool mapToValue = std::get<bool>(*expression.MapToValue);
+    const char* const relation =
+        holds ? " due to the following expression: " : " if the result of the following expression is true: ";
+    if (!holds && flag) {
+        m_ErrMsg = theSettingIs + ".";
+    } else if (mapToValue) {
+        m_ErrMsg = theSettingIs + relation + WithoutCurrentValue(expression.DisplayText);
+    } else {
+        LOG_LINE(LogDetail) << "the setting is non-" << property.word << relation
+                            << WithoutCurrentValue(expression.DisplayText);
+    }
+    return holds ? mapToValue : property.answersFlag && flag;
+}
+
+SettingStatus RedfishConfigSetting::GetStatus()
+{
+    struct Row {
+        PropertyState SettingStatus::*state;
+        bool (RedfishConfigSetting::*predicate)();
+    };
+    static constexpr Row rows[] = {
+        {&SettingStatus::ReadOnly, &RedfishConfigSetting::isReadOnly},
+        {&SettingStatus::WriteOnly, &RedfishConfigSetting::isWriteOnly},
+        {&SettingStatus::Hidden, &RedfishConfigSetting::isHidden},
+        {&SettingStatus::GrayOut, &RedfishConfigSetting::isGrayOut},
+        {&SettingStatus::Immutable, &RedfishConfigSetting::isImmutable},
+        {&SettingStatus::SystemUnique, &RedfishConfigSetting::isSystemUnique},
+        {&SettingStatus::Protected, &RedfishConfigSetting::isProtected},
+    };
+    SettingStatus status;
+    std::string keptReason;
+    keptReason.swap(m_ErrMsg);
+    for (const Row& row : rows) {
+        PropertyState& state = status.*row.state;
+        try {
+            m_ErrMsg.clear();
+            state.Value = (this->*row.predicate)();
+            state.Reason = m_ErrMsg;
+        } catch (const std::exception& error) {
+            state.Value = true;
+            state.Reason = error.what();
+        }
+    }
+    m_ErrMsg.swap(keptReason);
+    return status;
+}
+
+} // namespace RedfishConfig

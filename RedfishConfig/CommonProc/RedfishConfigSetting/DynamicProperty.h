@@ -1,0 +1,40 @@
+#pragma once
+
+#include <RedfishConfig/RedfishConfigSetting.h>
+
+#include <array>
+
+namespace RedfishConfig {
+
+/** One of the properties that a rule may decide. */
+struct DynamicProperty {
+    const char* key;  ///< in the registry, in formulas and in the log
+    const char* word; ///< in reasons
+    bool RedfishConfigSettingInfoStru::*flag;
+    bool answersFlag; ///< whether the registry's flag is the answer where no rule decides
+};
+
+enum DynamicPropertyRow : std::size_t {
+    ReadOnlyRow,
+    WriteOnlyRow,
+    HiddenRow,
+    GrayOutRow,
+    ImmutableRow,
+    SystemUniqueRow,
+    DynamicPropertyRows,
+};
+
+/**
+ * The six of them, in the order of DynamicPropertyRow. Hidden is the odd one: a setting that the registry itself
+ * hides is "protected", which isProtected() answers, and not hidden.
+ */
+inline constexpr std::array<DynamicProperty, DynamicPropertyRows> dynamicProperties{{
+    {"ReadOnly", "read only", &RedfishConfigSettingInfoStru::ReadOnly, true},
+    {"WriteOnly", "write only", &RedfishConfigSettingInfoStru::WriteOnly, true},
+    {"Hidden", "hidden", &RedfishConfigSettingInfoStru::Hidden, false},
+    {"GrayOut", "grayout", &RedfishConfigSettingInfoStru::GrayOut, true},
+    {"Immutable", "immutable", &RedfishConfigSettingInfoStru::Immutable, true},
+    {"IsSystemUniqueProperty", "system unique", &RedfishConfigSettingInfoStru::IsSystemUniqueProperty, true},
+}};
+
+} // namespace RedfishConfig

@@ -1,0 +1,95 @@
+#include <RedfishConfig/RedfishConfigSetting.h>
+
+#include "../LetterCase.h"
+#include "AnswerOrCatch.h"
+#include "PatchValue.h"
+
+#include <algorithm>
+
+namespace RedfishConfig {
+
+namespace {
+
+constexpr char className[] = "RedfishConfigEnumerateSetting";
+
+} // namespace
+
+RedfishConfigEnumerateSetting::RedfishConfigEnumerateSetting(const RedfishConfigSettingInfoStru& info,
+                                                             const Config_Options& options)
+    : RedfishConfigSetting(info, options)
+{
+}
+
+RedfishConfigEnumerateSetting::RedfishConfigEnumerateSetting(const RedfishConfigEnumerateSetting& other) = default;
+RedfishConfigEnumerateSetting::~RedfishConfigEnumerateSetting() = default;
+
+RedfishConfigResult RedfishConfigEnumerateSetting::GetSettingValidValues(std::string& validValues,
+                                                                         const filterAction& action)
+{
+    const auto writeBody = [this](std::string& answer) {
+        std::optional<std::string> defaultText;
+        if (m_Info.DefaultValue) {
+            defaultText = GetOptionalVarAsString(m_Info.DefaultValue);
+            answer += "<" + *defaultText + ">";
+        }
+        for (const auto& [name, displayName] : m_Info.Value) {
+            if (name == defaultText) {
+                continue;
+            }
+            if (!answer.empty()) {
+                answer += "=";
+            }
+            answer += name;
+        }
+        for (const auto& [name, displayName] : m_Info.Value) {
+            if (name != displayName) {
+                answer += "\n\t[" + name + "] : " + displayName;
+            }
+        }
+        return RESULT_SUCCEED;
+    };
+    return AnswerValidValues(validValues, action, className, writeBody);
+}
+
+RedfishConfigResult RedfishConfigEnumerateSetting::CheckNewValueIsValid(std::string& newValue, std::string& errMsg)
+{
+    return AnswerOrCatch(className, "CheckNewValueIsValid", [&]() -> RedfishConfigResult {
+        if (m_Info.Value.empty()) {
+            errMsg = "Enumerate setting " + m_Info.AttributeName.value() + " has no valid value.";
+            return RESULT_NEW_VALUE_INVALID;
+        }
+        const std::string wanted = ConvertValueToCommonValue(newValue);
+        const auto match = std::find_if(m_Info.Value.begin(), m_Info.Value.end(), [&](const auto& choice) {
+            const auto& [name, displayName] = choice;
+            return ConvertValueToCommonValue(name) == wanted ||
+                   (name != displayName && ConvertValueToCommonValue(displayName) == wanted);
+        });
+        if (match == m_Info.Value.end()) {
+            errMsg = "value " + newValue + " is not a valid value for setting " + m_Info.AttributeName.value() + ".\n";
+            errMsg += "Acceptable values include:";
+            for (const auto& [name, displayName] : m_Info.Value) {
+                errMsg += " <" + name + ">";
+            }
+            errMsg += ".";
+            return RESULT_NEW_VALUE_INVALID;
+        }
+        newValue = match->first;
+        return RedfishConfigSetting::CheckNewValueIsValid(newValue, errMsg);
+    });
+}
+
+std::string RedfishConfigEnumerateSetting::ConvertValueToCommonValue(const std::string& value)
+{
+    std::string common = LowerCopy(value);
+    if (common == "enable" || common == "disable") {
+        common += "d";
+    }
+    return common;
+}
+
+std::string RedfishConfigEnumerateSetting::GeneratePatchContext(const std::string& value)
+{
+    return PatchText(value);
+}
+
+} // namespace RedfishConfig

@@ -1,0 +1,124 @@
+#include <RedfishConfig/RedfishConfigSetting.h>
+
+#include "../../logging/LogLine.h"
+#include "PatchValue.h"
+#include "ScopeVerdict.h"
+
+#include <boost/lexical_cast.hpp>
+
+#include <exception>
+
+namespace RedfishConfig {
+
+namespace {
+
+/** The absolute value, also of the smallest integer, whose absolute value no signed integer can hold. */
+std::uint64_t Magnitude(std::int64_t number)
+{
+    const auto bits = static_cast<std::uint64_t>(number);
+    return number < 0 ? 0 - bits : bits;
+}
+
+/** The distance of two numbers, which may take all 64 bits. */
+std::uint64_t Distance(std::int64_t a, std::int64_t b)
+{
+    const auto difference = static_cast<std::uint64_t>(a) - static_cast<std::uint64_t>(b);
+    return a < b ? 0 - difference : difference;
+}
+
+} // namespace
+
+RedfishConfigNumericSetting::RedfishConfigNumericSetting(const RedfishConfigSettingInfoStru& info,
+                                                         const Config_Options& options)
+    : RedfishConfigSetting(info, options)
+{
+}
+
+RedfishConfigNumericSetting::RedfishConfigNumericSetting(const RedfishConfigNumericSetting& other) = default;
+RedfishConfigNumericSetting::~RedfishConfigNumericSetting() = default;
+
+RedfishConfigResult RedfishConfigNumericSetting::GetSettingValidValues(std::string& validValues,
+                                                                       const filterAction& action)
+{
+    const auto writeBody = [this](std::string& answer) {
+        std::string scope;
+        RedfishConfigResult result = GetValueScope(m_Info.LowerBound, m_Info.UpperBound, scope);
+        if (result != RESULT_SUCCEED) {
+            return result;
+        }
+        answer += "Integer " + scope;
+        if (m_Info.ScalarIncrement) {
+            answer += "ScalarIncrement=" + GetOptionalAsHexStr(*m_Info.ScalarIncrement) + " ";
+        }
+        if (m_Info.DefaultValue) {
+            answer += "default=" + GetOptionalAsHexStr(m_Info.DefaultValue) + " ";
+        }
+        return result;
+    };
+    return AnswerValidValues(validValues, action, "RedfishConfigNumericSetting", writeBody);
+}
+
+RedfishConfigResult RedfishConfigNumericSetting::CheckNewValueIsValid(std::string& newValue, std::string& errMsg)
+{
+    if (IsDefault(newValue)) {
+        return RESULT_SUCCEED;
+    }
+    try {
+        const auto number = boost::lexical_cast<std::int64_t>(newValue);
+        if (RedfishConfigSetting::CheckNewValueIsValid(newValue, errMsg) != RESULT_SUCCEED) {
+            return RESULT_NEW_VALUE_INVALID;
+        }
+        const int verdict = CheckValueValidScope(number, m_Info.LowerBound, m_Info.UpperBound, false);
+        if (verdict == InScope) {
+            return CheckScalarIncrement(number, errMsg);
+        }
+        if (verdict == BoundsUnusable) {
+            return RESULT_PROPERTY_INVALID;
+        }
+        errMsg = DescribeScopeViolation(verdict, "The value", {"LowerBound", m_Info.LowerBound},
+                                        {"UpperBound", m_Info.UpperBound});
+    } catch (const boost::bad_lexical_cast& error) {
+        LOG_LINE(LogDefect) << "Failed to transfer value to int: " << error.what();
+        errMsg = "The value " + newValue + " is invalid." + m_Info.AttributeName.value() +
+                 " can only be set to an integer."; // no blank before the name; callers compare the text
+    } catch (const std::exception&) {
+        LOG_LINE(LogDefect) << "Failed to transfer value to int with unknown error.";
+        errMsg = "The value " + newValue + " is invalid for setting " + m_Info.AttributeName.value() + ".";
+    }
+    return RESULT_NEW_VALUE_INVALID;
+}
+
+RedfishConfigResult RedfishConfigNumericSetting::CheckScalarIncrement(const std::int64_t& value, std::string& errMsg)
+{
+    try {
+        const std::int64_t increment = m_Info.ScalarIncrement.value_or(0);
+        if (increment == 0) {
+            return RESULT_SUCCEED;
+        }
+        // Steps count from the current value where there is one, not from the lower bound. That is on purpose.
+        std::int64_t base = 0;
+        if (m_Info.CurrentValue) {
+            base = std::get<std::int64_t>(*m_Info.CurrentValue);
+        } else if (m_Info.LowerBound) {
+            base = *m_Info.LowerBound;
+        } else {
+            return RESULT_SUCCEED;
+        }
+        if (Distance(value, base) % Magnitude(increment) == 0) {
+            return RESULT_SUCCEED;
+        }
+        LOG_LINE(LogDefect) << "Value rejected : numeric scalar increment issue.";
+        errMsg = "scalar increment mismatch. The scalar increment should be: " + std::to_string(increment);
+    } catch (const std::exception&) {
+        LOG_LINE(LogDefect) << "Failed to Check Scalar Increment.";
+        errMsg = "The value is invalid for setting " + m_Info.AttributeName.value() + ".";
+    }
+    return RESULT_NEW_VALUE_INVALID;
+}
+
+std::string RedfishConfigNumericSetting::GeneratePatchContext(const std::string& value)
+{
+    return PatchLiteral(value);
+}
+
+} // namespace RedfishConfig

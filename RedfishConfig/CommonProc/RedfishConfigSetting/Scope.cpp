@@ -1,0 +1,106 @@
+#include <RedfishConfig/RedfishConfigSetting.h>
+
+#include "../../logging/LogLine.h"
+#include "../LetterCase.h"
+#include "ScopeVerdict.h"
+
+#include <exception>
+#include <regex>
+
+namespace RedfishConfig {
+
+std::string RedfishConfigSetting::GetOptionalAsHexStr(const SettingValue& value)
+{
+    const std::string text = GetOptionalVarAsString(value);
+    return m_Options.ShowHexValue && IsNumSetting(value) ? DecToHex(text) : text;
+}
+
+RedfishConfigResult RedfishConfigSetting::TransferOpIntegerToInteger(const std::optional<std::int64_t>& in,
+                                                                     std::int64_t& out)
+{
+    if (!in) {
+        return RESULT_PROPERTY_NOT_EXIST;
+    }
+    out = *in;
+    return RESULT_SUCCEED;
+}
+
+RedfishConfigResult RedfishConfigSetting::GetValueScope(const std::optional<std::int64_t>& lower,
+                                                        const std::optional<std::int64_t>& upper, std::string& scope)
+{
+    try {
+        if (!m_Info.Type) {
+            LOG_LINE(LogDefect) << "Not get the current setting's type.";
+            return RESULT_PROPERTY_INVALID;
+        }
+        const bool isInteger = LowerCopy(*m_Info.Type) == "integer";
+        const auto writeBound = [&](const std::optional<std::int64_t>& bound) {
+            return isInteger ? GetOptionalAsHexStr(*bound) : std::to_string(*bound);
+        };
+        if (lower) {
+            scope = (isInteger ? "LowerBound=" : "MinLength=") + writeBound(lower) + " ";
+        }
+        if (upper) {
+            scope += (isInteger ? "UpperBound=" : "MaxLength=") + writeBound(upper) + " ";
+        }
+        if (lower && upper && *lower > *upper) {
+            LOG_LINE(LogDefect) << "Setting " << m_Info.AttributeName.value_or("") << " bounder is invalid: lower is "
+                                << *lower << " upper is " << *upper;
+            return RESULT_PROPERTY_INVALID;
+        }
+        return RESULT_SUCCEED;
+    } catch (const std::exception& error) {
+        // The line names another operation; readers of saved logs expect it.
+        LOG_LINE(LogDetail) << "Catch exception in RedfishConfigSetting::GetDefaultValue(): " << error.what();
+        return RESULT_PROPERTY_NOT_EXIST;
+    }
+}
+
+int RedfishConfigSetting::CheckValueValidScope(std::int64_t value, const std::optional<std::int64_t>& lower,
+                                               const std::optional<std::int64_t>& upper, bool nonNegative)
+{
+    if (nonNegative && (lower.value_or(0) < 0 || upper.value_or(0) < 0)) {
+        return BoundsUnusable;
+    }
+    if (lower && upper) {
+        if (*lower > *upper) {
+            LOG_LINE(LogDefect) << "data logical error: " << *lower << "(lower) > " << *upper << "(upper).";
+            return BoundsUnusable;
+        }
+        return *lower <= value && value <= *upper ? InScope : OutsideBoth;
+    }
+    if (upper) {
+        return value > *upper ? AboveUpper : InScope;
+    }
+    if (lower) {
+        return value < *lower ? BelowLower : InScope;
+    }
+    return InScope;
+}
+
+bool RedfishConfigSetting::IsDefault(const std::string& newValue) const
+{
+    return m_Info.DefaultValue && newValue == GetOptionalVarAsString(m_Info.DefaultValue);
+}
+
+RedfishConfigResult RedfishConfigSetting::CheckNewValueIsValid(std::string& newValue, std::string& errMsg)
+{
+    const LogEntryAndExit trace("RedfishConfigSetting::CheckNewValueIsValid", __FILE__, __LINE__);
+    if (!m_Info.ValueExpression) {
+        return RESULT_SUCCEED;
+    }
+    try {
+        const std::regex pattern(*m_Info.ValueExpression, std::regex::ECMAScript);
+        if (std::regex_match(newValue, pattern)) {
+            return RESULT_SUCCEED;
+        }
+        errMsg =
+            m_Info.WarningText ? *m_Info.WarningText : "Expression check failed, pattern=" + *m_Info.ValueExpression;
+    } catch (const std::exception& error) {
+        LOG_LINE(LogDetail) << "Exception message : " << error.what();
+        errMsg = error.what();
+    }
+    return RESULT_NEW_VALUE_INVALID;
+}
+
+} // namespace RedfishConfig
