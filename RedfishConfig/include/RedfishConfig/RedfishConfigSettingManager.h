@@ -136,6 +136,12 @@ private:
     RedfishConfigResult GenerateSpecifySetting(const std::pair<std::string, std::vector<std::string>>& settings);
     RedfishConfigResult GenerateSingleSetting(const std::string& name);
     void GetGroupName(const std::string& menuPath);
+    // Makes the attribute's setting by the factory of its type. False when the type is none of the known ones.
+    bool StoreSetting(const RedfishConfigSettingInfoStru& attribute);
+    static RedfishConfigResult NotFound(const std::string& name);
+    // Runs what reads the registry; what is raised in it is logged and answered with code 27.
+    template <class Reading>
+    static RedfishConfigResult AnswerWhatReadingRaises(Reading reading);
 
     std::shared_ptr<RedfishConfigSetting> createTextSetting(RedfishConfigSettingInfoStru& record,
                                                             const Config_Options& options);
@@ -151,11 +157,11 @@ private:
     std::shared_ptr<RedfishConfigSetting> CreateSetting(const char* factory, RedfishConfigSettingInfoStru& record,
                                                         const Config_Options& options);
 
-    RedfishConfigResult GenerateForQuery(const std::string& name, RedfishConfigSetting*& setting);
-    template <class Answer, class Ask>
-    RedfishConfigResult QueryOne(const SettingQuery& query, const std::string& name, Answer& answer, Ask ask);
-    template <class Answer, class Ask>
-    RedfishConfigResult QueryGroup(const SettingQuery& query, std::map<std::string, Answer>& answers, Ask ask);
+    // Each operation begins with this: the settings it needs are generated, and the current values applied.
+    RedfishConfigResult GenerateForOperation(const std::string& name);
+    RedfishConfigResult FindSetting(const std::string& name, SettingMap::iterator& found);
+    RedfishConfigResult QueryOne(const SettingQuery& query, const std::string& name, std::string& answer);
+    RedfishConfigResult QueryGroup(const SettingQuery& query, std::map<std::string, std::string>& answers);
 
     std::vector<RedfishConfigResult> m_Errors;
     std::string m_RegistryText;
