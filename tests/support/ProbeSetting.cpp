@@ -26,7 +26,7 @@ struct GeneratePatchContextTag {
 template struct ExposePrivateMember<GeneratePatchContextTag, &RedfishConfigSetting::GeneratePatchContext>;
 
 struct CouldBePatchedTag {
-    using Type = bool (RedfishConfigSetting::*)(std::string&);
+    using Type = bool (RedfishConfigSetting::*)(std::string&) const;
 };
 template struct ExposePrivateMember<CouldBePatchedTag, &RedfishConfigSetting::CheckSettingCouldBePatched>;
 

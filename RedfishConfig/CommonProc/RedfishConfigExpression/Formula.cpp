@@ -22,7 +22,7 @@ constexpr Token falseText = "false";
 [[noreturn]] void Fail(const std::string& message)
 {
     LOG_LINE(LogDefect) << message;
-    throw message;
+    throw message; // NOLINT(cert-err60-cpp): callers catch a std::string
 }
 
 bool EqualsIgnoringCase(Token text, Token lowerCase)

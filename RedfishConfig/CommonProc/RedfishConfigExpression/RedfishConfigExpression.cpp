@@ -92,7 +92,7 @@ RedfishConfigResult RedfishConfigExpression::ParseAllSettingsDependency(const st
                                                                         ExpressionMaps& maps)
 {
     LOG_LINE(LogTrace) << "Enter RedfishConfigExpression::ParseAllSettingsDependency()";
-    const RedfishConfigResult read = ReadDependencyList(registry);
+    RedfishConfigResult read = ReadDependencyList(registry);
     if (read != RESULT_SUCCEED) {
         return read;
     }
@@ -109,7 +109,7 @@ RedfishConfigResult RedfishConfigExpression::ParseSingleSettingDependency(const 
                                                                           ExpressionMaps& maps)
 {
     LOG_LINE(LogTrace) << "Enter RedfishConfigExpression::ParseSingleSettingDependency()";
-    const RedfishConfigResult read = ReadDependencyList(registry);
+    RedfishConfigResult read = ReadDependencyList(registry);
     if (read != RESULT_SUCCEED) {
         return read;
     }

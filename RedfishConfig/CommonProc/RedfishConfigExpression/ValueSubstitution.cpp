@@ -1,6 +1,7 @@
 #include "ValueSubstitution.h"
 
-#include <algorithm>
+#include <boost/algorithm/string/replace.hpp>
+
 #include <set>
 
 namespace RedfishConfig {
@@ -12,17 +13,6 @@ std::string_view TailOf(std::string_view key)
 {
     const std::size_t start = key.find_last_of(". ");
     return start != std::string_view::npos ? key.substr(start) : key;
-}
-
-std::string ReplaceEvery(const std::string& text, const std::string& key, const std::string& replacement)
-{
-    std::string result;
-    std::size_t copied = 0;
-    for (std::size_t found = text.find(key); found != std::string::npos; found = text.find(key, copied)) {
-        result.append(text, copied, found - copied).append(replacement);
-        copied = found + key.size();
-    }
-    return result.append(text, copied, std::string::npos);
 }
 
 } // namespace
@@ -48,7 +38,7 @@ std::string ValueSubstitution::Apply(const std::string& formula) const
 {
     std::string text = formula;
     for (const Entry* entry = FirstOccurring(text, nullptr); entry != nullptr; entry = FirstOccurring(text, entry)) {
-        text = ReplaceEvery(text, entry->first, entry->second);
+        boost::replace_all(text, entry->first, entry->second);
     }
     return text;
 }

@@ -3,7 +3,9 @@
 #include "../../logging/LogLine.h"
 #include "../RedfishConfigExpression/Formula.h"
 
-#include <utility>
+#include <boost/algorithm/string/erase.hpp>
+
+#include <exception>
 
 namespace RedfishConfig {
 
@@ -12,15 +14,7 @@ namespace {
 /** A formula as a person reads it: "A==X" for "A.CurrentValue==X". */
 std::string WithoutCurrentValue(const std::string& displayText)
 {
-    static const std::string property = ".CurrentValue";
-    std::string text;
-    std::size_t copied = 0;
-    for (std::size_t found = displayText.find(property); found != std::string::npos;
-         found = displayText.find(property, copied)) {
-        text.append(displayText, copied, found - copied);
-        copied = found + property.size();
-    }
-    return text.append(displayText, copied, std::string::npos);
+    return boost::erase_all_copy(displayText, ".CurrentValue");
 }
 
 } // namespace

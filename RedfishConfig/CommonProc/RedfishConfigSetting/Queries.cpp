@@ -47,7 +47,7 @@ RedfishConfigResult RedfishConfigSetting::RefuseAsMissing(const char* what)
 RedfishConfigResult RedfishConfigSetting::GetSettingValue(std::string& value, const filterAction& action)
 {
     return AnswerOrCatch(className, "GetSettingValue", [&]() -> RedfishConfigResult {
-        const RedfishConfigResult opening = OpenQuery(action, OperationFailsSince);
+        RedfishConfigResult opening = OpenQuery(action, OperationFailsSince);
         if (opening != RESULT_SUCCEED) {
             return opening;
         }
@@ -64,7 +64,7 @@ RedfishConfigResult RedfishConfigSetting::GetSettingValue(std::string& value, co
 RedfishConfigResult RedfishConfigSetting::GetSettingDefaultValue(std::string& value, const filterAction& action)
 {
     return AnswerOrCatch(className, "GetSettingDefaultValue", [&]() -> RedfishConfigResult {
-        const RedfishConfigResult opening = OpenQuery(action, OperationFailsSince);
+        RedfishConfigResult opening = OpenQuery(action, OperationFailsSince);
         if (opening != RESULT_SUCCEED) {
             return opening;
         }
@@ -81,7 +81,7 @@ RedfishConfigResult RedfishConfigSetting::GetSettingDefaultValue(std::string& va
 RedfishConfigResult RedfishConfigSetting::GetSettingDescription(std::string& description, const filterAction& action)
 {
     return AnswerOrCatch(className, "GetSettingDescription", [&]() -> RedfishConfigResult {
-        const RedfishConfigResult opening = OpenQuery(action, OperationFailsSince);
+        RedfishConfigResult opening = OpenQuery(action, OperationFailsSince);
         if (opening != RESULT_SUCCEED) {
             return opening;
         }
@@ -101,12 +101,12 @@ RedfishConfigResult RedfishConfigSetting::AnswerValidValues(
     const std::function<RedfishConfigResult(std::string& answer)>& writeBody, RefusalWords refusalWords)
 {
     return AnswerOrCatch(typedClassName, "GetSettingValidValues", [&]() -> RedfishConfigResult {
-        const RedfishConfigResult opening = OpenQuery(action, refusalWords);
+        RedfishConfigResult opening = OpenQuery(action, refusalWords);
         if (opening != RESULT_SUCCEED) {
             return opening;
         }
         std::string answer;
-        const RedfishConfigResult body = writeBody(answer);
+        RedfishConfigResult body = writeBody(answer);
         if (body != RESULT_SUCCEED) {
             return body;
         }

@@ -68,7 +68,7 @@ RedfishConfigResult RedfishConfigEnumerateSetting::CheckNewValueIsValid(std::str
             errMsg = "value " + newValue + " is not a valid value for setting " + m_Info.AttributeName.value() + ".\n";
             errMsg += "Acceptable values include:";
             for (const auto& [name, displayName] : m_Info.Value) {
-                errMsg += " <" + name + ">";
+                errMsg.append(" <").append(name).append(">");
             }
             errMsg += ".";
             return RESULT_NEW_VALUE_INVALID;

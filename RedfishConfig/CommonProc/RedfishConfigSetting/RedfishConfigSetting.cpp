@@ -78,7 +78,7 @@ void RedfishConfigSetting::PutValuesIntoFormulas(const ValueSubstitution& values
     }
 }
 
-bool RedfishConfigSetting::CheckSettingCouldBePatched(std::string& errMsg)
+bool RedfishConfigSetting::CheckSettingCouldBePatched(std::string& errMsg) const
 {
     if (m_Info.Hidden) {
         errMsg = "This setting is hidden.";

@@ -33,7 +33,7 @@ RedfishConfigResult RedfishConfigTextSetting::CheckNewValueIsValid(std::string& 
         if (IsDefault(newValue)) {
             return RESULT_SUCCEED;
         }
-        const RedfishConfigResult length = CheckLength(newValue, errMsg);
+        RedfishConfigResult length = CheckLength(newValue, errMsg);
         if (length == RESULT_PROPERTY_INVALID) {
             errMsg = "BMC data error.";
         }

@@ -9,7 +9,7 @@
 
 namespace RedfishConfig {
 
-std::string RedfishConfigSetting::GetOptionalAsHexStr(const SettingValue& value)
+std::string RedfishConfigSetting::GetOptionalAsHexStr(const SettingValue& value) const
 {
     const std::string text = GetOptionalVarAsString(value);
     return m_Options.ShowHexValue && IsNumSetting(value) ? DecToHex(text) : text;

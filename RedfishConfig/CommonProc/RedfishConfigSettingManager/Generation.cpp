@@ -58,7 +58,7 @@ RedfishConfigResult RedfishConfigSettingManager::GenerateExpression(std::vector<
     LOG_LINE(LogTrace) << "Enter RedfishConfigSettingManager::GenerateExpression() with settingName=" << settingName;
     m_Expression.m_CFCFlag = m_CFCFlag;
     std::vector<std::string> related;
-    const RedfishConfigResult result = AnswerWhatReadingRaises([&] {
+    RedfishConfigResult result = AnswerWhatReadingRaises([&] {
         return settingName.empty()
                    ? m_Expression.ParseAllSettingsDependency(m_RegistryText, related, m_ExpressionMaps)
                    : m_Expression.ParseSingleSettingDependency(m_RegistryText, settingName, related, m_ExpressionMaps);
@@ -91,7 +91,7 @@ RedfishConfigResult RedfishConfigSettingManager::GenerateAllSetting()
     if (!m_Settings.empty()) {
         return RESULT_SUCCEED; // single settings count as generated
     }
-    const RedfishConfigResult result = AnswerWhatReadingRaises([this]() -> RedfishConfigResult {
+    RedfishConfigResult result = AnswerWhatReadingRaises([this]() -> RedfishConfigResult {
         for (const RedfishConfigSettingInfoStru& attribute : m_Expression.ReadRegistry(m_RegistryText).Attributes()) {
             if (!attribute.AttributeName.value_or("").empty()) {
                 StoreSetting(attribute);

@@ -2,30 +2,17 @@
 
 #include "../../logging/LogLine.h"
 
+#include <boost/algorithm/string/split.hpp>
+
 #include <algorithm>
 
 namespace RedfishConfig {
 
-namespace {
-
-std::vector<std::string> SplitPath(const std::string& path)
-{
-    std::vector<std::string> pieces;
-    std::size_t begin = 0;
-    for (std::size_t end = path.find('/'); end != std::string::npos; end = path.find('/', begin)) {
-        pieces.push_back(path.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    pieces.push_back(path.substr(begin));
-    return pieces;
-}
-
-} // namespace
-
 void RedfishConfigSettingManager::GetGroupName(const std::string& menuPath)
 {
     const LogEntryAndExit trace("RedfishConfigSettingManager::GetGroupName", __FILE__, __LINE__);
-    const std::vector<std::string> pieces = SplitPath(menuPath);
+    std::vector<std::string> pieces; // empty ones count
+    boost::split(pieces, menuPath, [](char character) { return character == '/'; });
     if (pieces.size() < 3) {
         return;
     }

@@ -56,9 +56,9 @@ void Registry::ReadAttributes(const json::object& root)
     const json::value* entries = root.if_contains("RegistryEntries");
     const json::value* attributes = entries != nullptr ? FindMember(*entries, "Attributes") : nullptr;
     if (attributes == nullptr) {
-        m_AttributesDefect = "The registry has no \"Attributes\" in an object \"RegistryEntries\".";
+        m_AttributesDefect = R"(The registry has no "Attributes" in an object "RegistryEntries".)";
     } else if (!attributes->is_array()) {
-        m_AttributesDefect = "The \"Attributes\" of the registry are not an array.";
+        m_AttributesDefect = R"(The "Attributes" of the registry are not an array.)";
     } else {
         m_Attributes = json::value_to<std::vector<RedfishConfigSettingInfoStru>>(*attributes);
     }

@@ -143,7 +143,7 @@ protected:
 
     /** The value as text; a number in hexadecimal when Config_Options::ShowHexValue is set. @throws as
      * GetOptionalVarAsString(). */
-    std::string GetOptionalAsHexStr(const SettingValue& value);
+    std::string GetOptionalAsHexStr(const SettingValue& value) const;
 
     /**
      * Describes the bounds as "LowerBound=L UpperBound=U " (Integer) or "MinLength=L MaxLength=U " (all other
@@ -214,7 +214,7 @@ private:
 
     // Whether the registry's own flags admit a change. Kept for callers that link against it; the library decides by
     // filter().
-    bool CheckSettingCouldBePatched(std::string& errMsg);
+    bool CheckSettingCouldBePatched(std::string& errMsg) const;
 
     bool AnswerDynamicProperty(const DynamicProperty& property);
     RedfishConfigResult Refuse(int code, RefusalWords refusalWords);

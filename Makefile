@@ -1,0 +1,52 @@
+# Two commands for a fresh machine: `make demo` and `make test`. The others are for whoever changes the project.
+
+SHELL := /bin/sh
+JOBS ?= $(shell nproc)
+STRICT := -DREDFISHCONFIG_WARNINGS_AS_ERRORS=ON
+SOURCES = $(shell git ls-files '*.cpp' '*.h')
+
+.PHONY: demo test packages build sanitize thread coverage format check-format lint gate clean
+
+demo: build
+	@sh examples/demo.sh build/release/tool/redfishconfig
+
+test: packages
+	cmake --preset release $(STRICT) -DBUILD_TESTING=ON
+	cmake --build --preset release -j $(JOBS)
+	ctest --preset release -j $(JOBS)
+
+packages:
+	@packaging/install-packages
+
+build: packages
+	cmake --preset release -DBUILD_TESTING=OFF
+	cmake --build --preset release -j $(JOBS)
+
+# The tests under the address and undefined-behaviour sanitizers, and under the thread sanitizer.
+sanitize thread: packages
+	cmake --preset $@ $(STRICT)
+	cmake --build --preset $@ -j $(JOBS)
+	ctest --preset $@ -j $(JOBS)
+
+coverage: packages
+	cmake --preset coverage
+	cmake --build --preset coverage -j $(JOBS)
+	find build/coverage -name '*.gcda' -delete
+	ctest --preset coverage -j $(JOBS) -LE install
+	gcovr --root . --filter RedfishConfig/ --object-directory build/coverage --exclude-throw-branches --print-summary
+
+format:
+	clang-format -i $(SOURCES)
+
+check-format: packages
+	clang-format --dry-run --Werror $(SOURCES)
+
+lint: packages
+	cmake --preset release $(STRICT) -DBUILD_TESTING=ON
+	git ls-files 'RedfishConfig/*.cpp' 'tool/*.cpp' 'examples/*.cpp' | xargs -P $(JOBS) -n 4 clang-tidy --quiet -p build/release
+
+# What a change must pass.
+gate: check-format test lint sanitize thread
+
+clean:
+	rm -rf build
