@@ -12,6 +12,17 @@ namespace RedfishConfig {
 
 namespace {
 
+/** Reads an optional sign and decimal digits, and nothing else. @throws boost::bad_lexical_cast */
+std::int64_t ReadInteger(const std::string& text)
+{
+    // The cast alone would accept the digit groups of the global locale, which no PATCH body may carry.
+    const std::size_t sign = text.find_first_of("+-") == 0 ? 1 : 0;
+    if (text.find_first_not_of("0123456789", sign) != std::string::npos) {
+        throw boost::bad_lexical_cast();
+    }
+    return boost::lexical_cast<std::int64_t>(text);
+}
+
 /** The absolute value, also of the smallest integer, whose absolute value no signed integer can hold. */
 std::uint64_t Magnitude(std::int64_t number)
 {
@@ -64,7 +75,7 @@ RedfishConfigResult RedfishConfigNumericSetting::CheckNewValueIsValid(std::strin
         return RESULT_SUCCEED;
     }
     try {
-        const auto number = boost::lexical_cast<std::int64_t>(newValue);
+        const auto number = ReadInteger(newValue);
         if (RedfishConfigSetting::CheckNewValueIsValid(newValue, errMsg) != RESULT_SUCCEED) {
             return RESULT_NEW_VALUE_INVALID;
         }

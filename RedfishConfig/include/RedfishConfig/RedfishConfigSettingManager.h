@@ -88,8 +88,9 @@ public:
     /** @} */
 
     /** @name All settings
-     * The output is cleared first and receives an answer by name for each setting that has one. When one setting or
-     * more fails, a protected or write-only one included, the result is 7, and GetError() returns their results.
+     * The output is emptied and receives an answer by name for each setting that has one; when the settings cannot be
+     * generated it stays as it is. When one setting or more fails, a protected or write-only one included, the result
+     * is 7, and GetError() returns their results.
      * @{ */
 
     RedfishConfigResult QueryGroupSettingValues(std::map<std::string, std::string>& values);
