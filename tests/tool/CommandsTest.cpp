@@ -1,0 +1,331 @@
+#include "commands/Commands.h"
+
+#include "ToolTest.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace ToolTest;
+using Complaints = std::vector<std::string>;
+
+RegistryBuilder Small()
+{
+    RegistryBuilder registry;
+    registry.Attribute(
+        "BootMode", "Enumeration",
+        {{"MenuPath", "./Boot"},
+         {"CurrentValue", "Uefi"},
+         {"DefaultValue", "Legacy"},
+         {"Value", {RegistryBuilder::Choice("Uefi", "UEFI"), RegistryBuilder::Choice("Legacy", "Legacy")}}});
+    registry.Attribute("Cores", "Integer", {{"CurrentValue", 16}, {"DefaultValue", 16}, {"MenuPath", "./Cpu/Cores"}});
+    registry.Attribute("Ghost", "Boolean", {{"CurrentValue", true}, {"HelpText", "One\ntwo."}});
+    registry.Rule("Ghost", "Hidden", true, {Term{"Cores", "EQU", 16}});
+    registry.Attribute("Guarded", "String", {{"Hidden", true}, {"CurrentValue", "x"}});
+    registry.Attribute("Key", "Password", {{"CurrentValue", "hunter2"}, {"DefaultValue", "letmein"}});
+    return registry;
+}
+
+Outcome List(TestSystem& system, const ListOptions& options, const Presentation& presentation = {})
+{
+    return system.Do([&](System& s, Output& output) { return RunList(s, options, output); }, presentation);
+}
+
+template <class Run>
+Outcome Ask(TestSystem& system, Run run, const Selection& selection, const Presentation& presentation = {})
+{
+    return system.Do([&](System& s, Output& output) { return run(s, selection, output); }, presentation);
+}
+
+TEST(List, LeavesOutHiddenAndProtectedSettings)
+{
+    TestSystem system(Small());
+    const Outcome outcome = List(system, {});
+    EXPECT_EQ(outcome.Code, ExitCode::Answered);
+    EXPECT_EQ(outcome.Answers, "BootMode  Uefi      default Legacy\n"
+                               "Cores     16\n"
+                               "Key       ********\n");
+    EXPECT_TRUE(outcome.Complaints.empty());
+}
+
+TEST(List, AllShowsThemWithTheirMarks)
+{
+    TestSystem system(Small());
+    ListOptions options;
+    options.All = true;
+    EXPECT_EQ(List(system, options).Answers, "BootMode  Uefi      default Legacy\n"
+                                             "Cores     16\n"
+                                             "Ghost     -                         [hidden]\n"
+                                             "Guarded   -                         [protected]\n"
+                                             "Key       ********\n");
+}
+
+TEST(List, AProtectedSettingIsAnsweredWhenTheyAreIncluded)
+{
+    TestSystem system(Small(), {false, true});
+    EXPECT_EQ(List(system, {}).Answers, "BootMode  Uefi      default Legacy\n"
+                                        "Cores     16\n"
+                                        "Guarded   x                         [protected]\n"
+                                        "Key       ********\n");
+}
+
+TEST(List, FiltersAreJoined)
+{
+    TestSystem system(Small());
+    ListOptions options;
+    options.Type = "enumERATION";
+    options.Menu = "OO";
+    options.Changed = true;
+    EXPECT_EQ(List(system, options).Answers, "BootMode  Uefi  default Legacy\n");
+    options.Menu = "cpu";
+    EXPECT_EQ(List(system, options).Answers, "");
+    options.Type = "";
+    options.Changed = false;
+    EXPECT_EQ(List(system, options).Answers, "Cores  16\n");
+}
+
+TEST(List, ChangedComparesTextsOfWhatIsShown)
+{
+    RegistryBuilder registry;
+    registry.Attribute("SameText", "Integer", {{"CurrentValue", "5"}, {"DefaultValue", 5}});
+    registry.Attribute("NoDefault", "Integer", {{"CurrentValue", 5}});
+    registry.Attribute("NoValue", "Integer", {{"DefaultValue", 5}});
+    registry.Attribute("Case", "String", {{"CurrentValue", "a"}, {"DefaultValue", "A"}});
+    registry.Attribute("Key", "Password", {{"CurrentValue", "a"}, {"DefaultValue", "b"}});
+    TestSystem system(registry);
+    ListOptions options;
+    options.Changed = true;
+    EXPECT_EQ(List(system, options).Answers, "Case  a  default A\n");
+}
+
+TEST(List, MarksStandInOneOrder)
+{
+    RegistryBuilder registry;
+    registry.Attribute("A", "Boolean",
+                       {{"ReadOnly", true},
+                        {"WriteOnly", true},
+                        {"GrayOut", true},
+                        {"Hidden", true},
+                        {"Immutable", true},
+                        {"IsSystemUniqueProperty", true}});
+    TestSystem system(registry);
+    ListOptions options;
+    options.All = true;
+    EXPECT_EQ(List(system, options).Answers, "A  -  [grayed out, read-only, write-only, protected]\n");
+}
+
+TEST(List, ColumnsAreCountedInCharactersAndALongValuePushesItsLineOnly)
+{
+    RegistryBuilder registry;
+    registry.Attribute("\xc3\x84", "String", {{"CurrentValue", "\xc3\xa9\xc3\xa9"}, {"DefaultValue", ""}});
+    registry.Attribute("Bb", "String", {{"CurrentValue", std::string(40, 'x')}, {"DefaultValue", "y"}});
+    TestSystem system(registry);
+    EXPECT_EQ(List(system, {}).Answers, "\xc3\x84   \xc3\xa9\xc3\xa9  default \"\"\n"
+                                        "Bb  " +
+                                            std::string(40, 'x') + "  default y\n");
+}
+
+TEST(List, ALongDefaultIsShownWhenItIsTheOnlyOne)
+{
+    RegistryBuilder registry;
+    registry.Attribute("A", "String", {{"CurrentValue", "x"}, {"DefaultValue", std::string(40, 'y')}});
+    TestSystem system(registry);
+    EXPECT_EQ(List(system, {}).Answers, "A  x  default " + std::string(40, 'y') + "\n");
+}
+
+TEST(List, ColoursOnlyWhenWanted)
+{
+    TestSystem system(Small());
+    Presentation coloured;
+    coloured.Colour = true;
+    ListOptions options;
+    options.Menu = "boot";
+    EXPECT_EQ(List(system, options, coloured).Answers, "BootMode  \033[33mUefi\033[0m  default Legacy\n");
+}
+
+TEST(List, AMenuThatIsNotThereIsRefused)
+{
+    TestSystem system(Small());
+    ListOptions options;
+    options.Menu = "Boto";
+    const Outcome outcome = List(system, options);
+    EXPECT_EQ(outcome.Code, ExitCode::Refused);
+    EXPECT_EQ(outcome.Complaints, Complaints{"Unable to find a menu with Boto in its name. Did you mean Boot?"});
+}
+
+TEST(List, JsonHasEveryFact)
+{
+    TestSystem system(Small());
+    ListOptions options;
+    options.All = true;
+    const boost::json::value answer = List(system, options, AsJson()).Json();
+    const boost::json::array& settings = answer.at("settings").as_array();
+    ASSERT_EQ(settings.size(), 5U);
+    EXPECT_EQ(settings[1].at("name"), "Cores");
+    EXPECT_EQ(settings[1].at("type"), "Integer");
+    EXPECT_EQ(settings[1].at("menu"), "./Cpu/Cores");
+    EXPECT_EQ(settings[1].at("value"), 16);
+    EXPECT_EQ(settings[1].at("default"), 16);
+    EXPECT_EQ(settings[1].at("status").as_object().size(), 7U);
+    EXPECT_EQ(settings[2].at("value"), nullptr) << "hidden";
+    EXPECT_EQ(settings[2].at("menu"), nullptr);
+    EXPECT_EQ(settings[2].at("status").at("hidden").at("value"), true);
+    EXPECT_EQ(settings[2].at("status").at("hidden").at("reason"),
+              "the setting is hidden due to the following expression: ((Cores==16))");
+    EXPECT_EQ(settings[4].at("value"), nullptr) << "a password";
+    EXPECT_EQ(settings[4].at("default"), nullptr);
+}
+
+TEST(Get, WritesAssignmentsUnderTheRegistrysSpelling)
+{
+    TestSystem system(Small());
+    const Outcome outcome = Ask(system, RunGet, {{"bootmode", "CORES"}, false});
+    EXPECT_EQ(outcome.Code, ExitCode::Answered);
+    EXPECT_EQ(outcome.Answers, "BootMode=Uefi\nCores=16\n");
+}
+
+TEST(Get, AnswersTheRestWhenSomethingIsRefused)
+{
+    TestSystem system(Small());
+    const Outcome outcome = Ask(system, RunGet, {{"Guarded", "Cores", "Key", "BootMod"}, false});
+    EXPECT_EQ(outcome.Code, ExitCode::Refused);
+    EXPECT_EQ(outcome.Answers, "Cores=16\n");
+    EXPECT_EQ(outcome.Complaints, (Complaints{"The operation on setting Guarded fails since the setting is protected.",
+                                              "The operation on setting Key fails since a password is never shown.",
+                                              "Unable to find the setting BootMod. Did you mean BootMode?"}));
+}
+
+TEST(Get, OfAllComplainsOnceForEachReason)
+{
+    RegistryBuilder registry;
+    registry.Attribute("A", "String", {{"WriteOnly", true}});
+    registry.Attribute("B", "String");
+    registry.Attribute("C", "String", {{"WriteOnly", true}});
+    TestSystem system(registry);
+    EXPECT_EQ(Ask(system, RunGet, {{}, true}).Complaints,
+              (Complaints{"2 settings not answered (the setting is write only): A, C",
+                          "The operation on setting B fails since it has no current value."}));
+}
+
+TEST(Get, JsonKeepsTheKindOfAValue)
+{
+    RegistryBuilder registry;
+    registry.Attribute("Text", "String", {{"CurrentValue", "5"}});
+    registry.Attribute("Number", "Integer", {{"CurrentValue", -5}});
+    registry.Attribute("Truth", "Boolean", {{"CurrentValue", false}});
+    TestSystem system(registry);
+    const Selection all{{}, true};
+    EXPECT_EQ(Ask(system, RunGet, all, AsJson()).Json(),
+              boost::json::parse(R"({"values": {"Text": "5", "Number": -5, "Truth": false}, "refused": []})"));
+    TestSystem hexadecimal(registry, {true, false});
+    EXPECT_EQ(Ask(hexadecimal, RunGet, all, AsJson()).Json().at("values").at("Number"), "0xfffffffffffffffb");
+}
+
+TEST(Get, JsonTellsWhatIsRefused)
+{
+    TestSystem system(Small());
+    EXPECT_EQ(Ask(system, RunGet, {{"Key", "Coress"}, false}, AsJson()).Json(), boost::json::parse(R"({"values": {},
+        "refused": [
+            {"name": "Key", "code": 19, "message": "The operation on setting Key fails since a password is never shown."},
+            {"name": "Coress", "code": 20, "message": "Unable to find the setting Coress.", "suggestions": ["Cores"]}]})"));
+}
+
+TEST(Defaults, AreAnsweredAsTheLibraryHasThem)
+{
+    TestSystem system(Small());
+    const Outcome outcome = Ask(system, RunDefaults, {{"BootMode", "Cores", "Key", "Ghost"}, false});
+    EXPECT_EQ(outcome.Answers, "BootMode=Legacy\nCores=16\n");
+    EXPECT_EQ(outcome.Complaints, (Complaints{"The operation on setting Key fails since a password is never shown.",
+                                              "The operation on setting Ghost fails since it has no default value."}));
+    EXPECT_EQ(Ask(system, RunDefaults, {{"Cores"}, false}, AsJson()).Json().at("defaults").at("Cores"), 16);
+}
+
+TEST(Choices, FurtherLinesAreIndented)
+{
+    TestSystem system(Small());
+    EXPECT_EQ(Ask(system, RunChoices, {{"BootMode", "Ghost", "Cores"}, false}).Answers,
+              "BootMode: <Legacy>=Uefi\n"
+              "    [Uefi] : UEFI\n"
+              "Ghost: true=false\n"
+              "    The setting is hidden due to the following expression: ((Cores==16))\n"
+              "Cores: Integer default=16\n");
+    EXPECT_EQ(Ask(system, RunChoices, {{"BootMode"}, false}, AsJson()).Json().at("choices").at("BootMode"),
+              "<Legacy>=Uefi\n\t[Uefi] : UEFI");
+}
+
+TEST(Choices, ALineFeedOfTheRegistryBeginsNoLine)
+{
+    RegistryBuilder registry;
+    registry.Attribute("A", "Enumeration",
+                       {{"Value", boost::json::array{RegistryBuilder::Choice("x\n\ty", "X\n\tY")}}});
+    registry.Attribute("B", "String", {{"ValueExpression", "a\n\tb"}});
+    TestSystem system(registry);
+    EXPECT_EQ(Ask(system, RunChoices, {{"A", "B"}, false}).Answers, "A: x\\n\\ty\n"
+                                                                    "    [x\\n\\ty] : X\\n\\tY\n"
+                                                                    "B: String Pattern=a\\n\\tb\n");
+}
+
+TEST(Describe, WrapsAndIndents)
+{
+    TestSystem system(Small());
+    EXPECT_EQ(Ask(system, RunDescribe, {{"Ghost"}, false}).Answers, "Ghost:\n"
+                                                                    "    Ghost\n"
+                                                                    "\n"
+                                                                    "    Help for Ghost\n"
+                                                                    "    --------------------------\n"
+                                                                    "    One\n"
+                                                                    "    two.\n");
+    EXPECT_EQ(Ask(system, RunDescribe, {{"Ghost"}, false}, AsJson()).Json().at("descriptions").at("Ghost"),
+              "Ghost\n\nHelp for Ghost\n--------------------------\nOne\ntwo.");
+}
+
+TEST(Describe, KeepsToTheWidthOfTheTerminal)
+{
+    RegistryBuilder registry;
+    registry.Attribute("A", "Boolean", {{"HelpText", "one two three four five"}});
+    TestSystem system(registry);
+    Presentation narrow;
+    narrow.Width = 17;
+    const std::string answer = Ask(system, RunDescribe, {{"A"}, false}, narrow).Answers;
+    EXPECT_NE(answer.find("    one two three\n    four five\n"), std::string::npos) << answer;
+    narrow.Width = 1; // too narrow for anything: a word a line
+    EXPECT_NE(Ask(system, RunDescribe, {{"A"}, false}, narrow).Answers.find("    one\n    two\n"), std::string::npos);
+}
+
+TEST(Groups, ATreeWithTheNumberOfSettings)
+{
+    TestSystem system(Small());
+    const Outcome outcome = system.Do([](System& s, Output& output) { return RunGroups(s, output); });
+    EXPECT_EQ(outcome.Answers, "Boot       1 setting\n"
+                               "Cpu        0 settings, 1 with sub-menus\n"
+                               "  Cores    1 setting\n"
+                               "(no menu)  3 settings\n");
+}
+
+TEST(Groups, JsonHasTheTreeAndTheLibrarysGroups)
+{
+    TestSystem system(Small());
+    const auto run = [](System& s, Output& output) { return RunGroups(s, output); };
+    EXPECT_EQ(system.Do(run, AsJson()).Json(), boost::json::parse(R"({
+        "menus": [
+            {"name": "Boot", "displayName": "", "path": "./Boot", "settings": 1, "allSettings": 1, "menus": []},
+            {"name": "Cpu", "displayName": "", "path": "./Cpu", "settings": 0, "allSettings": 1, "menus": [
+                {"name": "Cores", "displayName": "", "path": "./Cpu/Cores", "settings": 1, "allSettings": 1, "menus": []}]}],
+        "withoutMenu": 3,
+        "groups": {"Cpu": []}})"));
+}
+
+TEST(Groups, AnEmptyRegistryIsAnEmptyTree)
+{
+    TestSystem system{RegistryBuilder()};
+    const Outcome outcome = system.Do([](System& s, Output& output) { return RunGroups(s, output); });
+    EXPECT_EQ(outcome.Answers, "");
+    EXPECT_EQ(outcome.Code, ExitCode::Answered);
+    EXPECT_EQ(List(system, {}).Answers, "");
+    EXPECT_EQ(Ask(system, RunGet, {{}, true}).Code, ExitCode::Answered);
+}
+
+} // namespace

@@ -1,0 +1,172 @@
+#!/usr/bin/env python3
+"""What only a process shows: the terminal, pipes, a full disk, and everything that leaves the command at once.
+
+    ProcessTest.py REDFISHCONFIG
+"""
+
+import fcntl
+import os
+import pathlib
+import pty
+import struct
+import subprocess
+import sys
+import termios
+import unittest
+
+DATA = pathlib.Path(__file__).resolve().parent / "data"
+BINARY = ""
+
+
+def environment(**variables):
+    kept = {key: value for key, value in os.environ.items()
+            if not key.startswith("REDFISHCONFIG_") and key not in ("NO_COLOR", "TERM")}
+    return {**kept, "TERM": "xterm", "REDFISHCONFIG_REGISTRY": str(DATA / "small.json"), **variables}
+
+
+def run(*arguments, **variables):
+    return subprocess.run([BINARY, *arguments], env=environment(**variables), capture_output=True, timeout=60,
+                          check=False)
+
+
+def on_terminal(*arguments, columns=80, **variables):
+    """What the command writes to a terminal of that width."""
+    master, slave = pty.openpty()
+    fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+    process = subprocess.Popen([BINARY, *arguments], env=environment(**variables), stdin=slave, stdout=slave,
+                               stderr=subprocess.DEVNULL)
+    os.close(slave)
+    written = b""
+    while True:
+        try:
+            block = os.read(master, 65536)
+        except OSError:  # the terminal's other end is closed
+            break
+        if not block:
+            break
+        written += block
+    os.close(master)
+    process.wait(timeout=60)
+    return written.decode().replace("\r\n", "\n")
+
+
+class Colour(unittest.TestCase):
+    def test_on_a_terminal(self):
+        self.assertIn("\033[", on_terminal("list"))
+        self.assertIn("\033[1mBootMode\033[0m", on_terminal("show", "BootMode"))
+
+    def test_not_under_no_color(self):
+        self.assertNotIn("\033", on_terminal("list", NO_COLOR="1"))
+        self.assertIn("\033[", on_terminal("list", NO_COLOR=""), "an empty NO_COLOR says nothing")
+
+    def test_not_on_a_terminal_that_knows_none(self):
+        self.assertNotIn("\033", on_terminal("list", TERM="dumb"))
+
+    def test_not_in_a_pipe(self):
+        self.assertNotIn(b"\033", run("list").stdout)
+
+    def test_not_in_json(self):
+        self.assertNotIn("\033", on_terminal("list", "--json"))
+
+    def test_the_texts_are_the_same(self):
+        self.assertEqual(on_terminal("list", NO_COLOR="1"), run("list").stdout.decode())
+
+
+class Width(unittest.TestCase):
+    def test_texts_are_wrapped_to_the_terminal(self):
+        for columns in (40, 60, 100):
+            lines = on_terminal("describe", "BootMode", columns=columns, NO_COLOR="1").splitlines()
+            self.assertLessEqual(max(map(len, lines)), columns)
+        self.assertGreater(len(on_terminal("describe", "BootMode", columns=40).splitlines()),
+                           len(on_terminal("describe", "BootMode", columns=100).splitlines()))
+
+    def test_a_terminal_that_does_not_tell_its_width(self):
+        self.assertEqual(on_terminal("describe", "BootMode", columns=0, NO_COLOR="1"),
+                         run("describe", "BootMode").stdout.decode())
+
+
+class Writing(unittest.TestCase):
+    def test_a_reader_that_has_seen_enough_is_no_error(self):
+        for ignore_signal in (False, True):  # Python itself starts with the signal ignored
+            reader, writer = os.pipe()
+            os.close(reader)
+            done = subprocess.run([BINARY, "list", "--json"], env=environment(), stdout=writer, stderr=subprocess.PIPE,
+                                  timeout=60, check=False, restore_signals=not ignore_signal)
+            os.close(writer)
+            self.assertEqual((done.returncode, done.stderr), (0, b""))
+
+    def test_complaints_come_even_so(self):
+        reader, writer = os.pipe()
+        os.close(reader)
+        done = subprocess.run([BINARY, "get", "BootMode", "Nothing"], env=environment(), stdout=writer,
+                              stderr=subprocess.PIPE, timeout=60, check=False)
+        os.close(writer)
+        self.assertEqual((done.returncode, done.stderr),
+                         (1, b"redfishconfig: Unable to find the setting Nothing.\n"))
+
+    @unittest.skipUnless(os.path.exists("/dev/full"), "there is no /dev/full")
+    def test_a_full_disk_is_reported(self):
+        for arguments in (["list"], ["--help"], ["--version"], ["get", "Nothing", "BootMode"]):
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run([BINARY, *arguments], env=environment(), stdout=full, stderr=subprocess.PIPE,
+                                      timeout=60, check=False)
+            self.assertEqual(done.returncode, 3, arguments)
+            self.assertTrue(done.stderr.endswith(b"redfishconfig: cannot write the answer: No space left on device\n"))
+
+    def test_a_closed_output_is_reported(self):
+        done = subprocess.run(["sh", "-c", 'exec "$0" list >&-', BINARY], env=environment(), stderr=subprocess.PIPE,
+                              timeout=60, check=False)
+        self.assertEqual(done.returncode, 3)
+        self.assertIn(b"cannot write the answer", done.stderr)
+
+
+class Files(unittest.TestCase):
+    def test_values_may_come_through_a_pipe(self):
+        done = subprocess.run([BINARY, "get", "BootMode", "--values", "/dev/stdin"], env=environment(),
+                              input=b'{"BootMode": "Legacy"}', capture_output=True, timeout=60, check=False)
+        self.assertEqual((done.returncode, done.stdout), (0, b"BootMode=Legacy\n"))
+
+    @unittest.skipIf(os.geteuid() == 0, "root may read every file")
+    def test_a_file_that_may_not_be_read(self):
+        path = DATA.parent / "unreadable.json"
+        path.touch(mode=0o000)
+        try:
+            done = run("list", "--registry", str(path))
+        finally:
+            path.unlink()
+        self.assertEqual(done.returncode, 3)
+        self.assertIn(b"Permission denied", done.stderr)
+
+
+class Passwords(unittest.TestCase):
+    """No command prints a password, whatever the options."""
+
+    COMMANDS = [["list", "--all"], ["get", "--all"], ["choices", "--all"], ["defaults", "--all"],
+                ["describe", "--all"], ["groups"]]
+
+    def everything(self, registry, values, names):
+        for command in self.COMMANDS + [["show", *names], ["get", *names], ["defaults", *names], ["choices", *names]]:
+            for json in ([], ["--json"]):
+                done = run(*command, *json, *values, "--registry", str(DATA / registry), "--trace", "4",
+                           "--include-protected")
+                self.assertIn(done.returncode, (0, 1))
+                self.assertIn(b"[4] ", done.stderr, "the log is looked through as well")
+                yield (done.stdout + done.stderr).decode()
+
+    def test_small_system(self):
+        names = ["AdminPassword", "UserPassword", "Lock"]
+        for text in self.everything("small.json", ["--values", str(DATA / "bios.json")], names):
+            for secret in ("hunter2", "letmein", "s3same"):
+                self.assertNotIn(secret, text)
+
+    def test_what_rules_compare_with(self):
+        for text in self.everything("fruits.json", [], ["Enough", "Apple", "Pear", "Plum"]):
+            for secret in ("orange", "Lemon", "kiwi"):
+                self.assertNotIn(secret, text)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 2:
+        sys.exit(__doc__)
+    BINARY = os.path.abspath(sys.argv.pop(1))
+    unittest.main()

@@ -1,0 +1,84 @@
+#include "Answers.h"
+
+#include "Refusals.h"
+#include "Text.h"
+
+#include <boost/json/object.hpp>
+
+#include <string>
+#include <vector>
+
+namespace RedfishConfigTool {
+
+namespace json = boost::json;
+
+namespace {
+
+std::vector<Answer> AskSelected(System& system, const Selection& selection, const Question& question)
+{
+    std::vector<Answer> answers;
+    if (selection.All) {
+        answers = system.AskAll(question);
+    }
+    for (const std::string& name : selection.Names) {
+        answers.push_back(system.Ask(question, name));
+    }
+    for (Answer& answer : answers) {
+        if (answer.Concealed) { // a mask in place of a value could be taken for one by a program
+            answer.Result = {RedfishConfig::RESULT_SHOW_VALUE_FAILED,
+                             "The operation on setting " + answer.Name + " fails since a password is never shown."};
+        }
+    }
+    return answers;
+}
+
+} // namespace
+
+ExitCode RunQuestion(System& system, const Selection& selection, const AnswerShape& shape, Output& output)
+{
+    const std::vector<Answer> answers = AskSelected(system, selection, shape.Asked);
+    if (output.Json()) {
+        json::object byName;
+        for (const Answer& answer : answers) {
+            if (answer.Ok()) {
+                byName[answer.Subject->Name()] = shape.ToJson(answer, system.Options());
+            }
+        }
+        output.Write(json::object{{shape.JsonKey, std::move(byName)}, {"refused", RefusalsToJson(answers, system)}});
+    } else {
+        bool isFirst = true;
+        for (const Answer& answer : answers) {
+            if (answer.Ok()) {
+                shape.Print(answer, isFirst, output);
+                isFirst = false;
+            }
+        }
+    }
+    if (selection.All) {
+        ComplainByReason(answers, output);
+    } else {
+        ComplainOfEach(answers, system, output);
+    }
+    return ExitCodeOf(answers);
+}
+
+json::value TextToJson(const Answer& answer, const SystemOptions& /*options*/)
+{
+    return json::string(answer.Text);
+}
+
+json::value ValueToJson(const Answer& answer, const RedfishConfig::SettingValue& held, const SystemOptions& options)
+{
+    if (!answer.Ok() || answer.Concealed) {
+        return nullptr;
+    }
+    const bool asText = !held || (options.Hex && RedfishConfig::IsNumSetting(held));
+    return asText ? json::value(answer.Text) : RedfishConfig::VariantToJson(*held);
+}
+
+void PrintAssignment(const Answer& answer, bool /*isFirst*/, Output& output)
+{
+    output.Answers() << Escape(answer.Subject->Name()) << '=' << Escape(answer.Text) << '\n';
+}
+
+} // namespace RedfishConfigTool

@@ -1,0 +1,243 @@
+#include "CommandLine.h"
+
+#include "Input.h"
+#include "Output.h"
+#include "Suggest.h"
+#include "System.h"
+#include "Text.h"
+#include "Trace.h"
+#include "commands/Commands.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace RedfishConfigTool {
+
+namespace {
+
+const std::string programName = "redfishconfig";
+const std::string sharedGroup = "Options of every command";
+
+constexpr const char* description = "Shows the firmware settings of a server from its Redfish attribute registry,\n"
+                                    "and what the registry's rules make of them.";
+
+constexpr const char* generalExamples =
+    "Examples:\n"
+    "  redfishconfig --registry registry.json --values bios.json list\n"
+    "  redfishconfig --registry registry.json show BootMode\n"
+    "  export REDFISHCONFIG_REGISTRY=registry.json REDFISHCONFIG_VALUES=bios.json\n"
+    "  redfishconfig list --changed\n"
+    "\n"
+    "Exit codes: 0 all answered, 1 something was refused or not found, 2 wrong usage,\n"
+    "            3 an input could not be read or the answer not be written.\n"
+    "Help on a command: redfishconfig COMMAND --help";
+
+/** What the command line asks for. */
+struct Request {
+    std::string Registry;
+    std::string Values;
+    SystemOptions Options;
+    bool Json = false;
+    unsigned TraceLevel = 0;
+    Runner Run;
+};
+
+/** Shows the shared options in the help of each command too, before its examples. */
+class HelpFormatter : public CLI::Formatter {
+public:
+    /** One empty line between two sections, no more and no less. */
+    std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override
+    {
+        return ReplaceAll(CLI::Formatter::make_help(app, std::move(name), mode), "\n\n\n", "\n\n");
+    }
+
+    std::string make_usage(const CLI::App* app, std::string name) const override
+    {
+        return "\n" + CLI::Formatter::make_usage(app, std::move(name));
+    }
+
+    std::string make_footer(const CLI::App* app) const override
+    {
+        std::string footer = CLI::Formatter::make_footer(app);
+        const CLI::App* parent = app->get_parent();
+        if (parent == nullptr) {
+            return footer;
+        }
+        const auto isShared = [](const CLI::Option* option) { return option->get_group() == sharedGroup; };
+        return make_group(sharedGroup, false, parent->get_options(isShared)).substr(1) + "\n" + footer;
+    }
+};
+
+std::string Indented(const std::string& lines)
+{
+    std::string text = "  ";
+    for (const char character : lines) {
+        text += character;
+        text += character == '\n' ? "  " : "";
+    }
+    return text;
+}
+
+void AddSharedOptions(CLI::App& app, Request& request)
+{
+    app.add_option("--registry", request.Registry, "The attribute registry, a JSON file (or REDFISHCONFIG_REGISTRY)")
+        ->type_name("FILE");
+    app.add_option("--values", request.Values,
+                   "The current values, a Bios resource or an object of names and\n"
+                   "values (or REDFISHCONFIG_VALUES); else those of the registry")
+        ->type_name("FILE");
+    app.add_flag("--hex", request.Options.Hex, "Show integers as hexadecimal numbers");
+    app.add_flag("--include-protected", request.Options.IncludeProtected,
+                 "Answer for settings too that the registry itself hides");
+    app.add_flag("--json", request.Json, "Answer in JSON");
+    app.add_option("--trace", request.TraceLevel, "Write the library's log to stderr, up to level 1 to 4")
+        ->type_name("LEVEL")
+        ->check(CLI::Range(0U, 4U).description(""));
+    for (CLI::Option* option : app.get_options()) {
+        option->group(sharedGroup);
+    }
+}
+
+void AddCommands(CLI::App& app, Request& request)
+{
+    for (const Command& command : commands) {
+        CLI::App* added = app.add_subcommand(command.Name, command.Help);
+        added->group("Commands");
+        added->footer("Examples:\n" + Indented(command.Examples));
+        added->parse_complete_callback([&request, run = command.Attach(*added)] { request.Run = run; });
+    }
+    app.require_subcommand(1);
+}
+
+/** The first argument that is no option, which the parser did not know as a command. */
+std::string MisspeltCommand(const CLI::App& app)
+{
+    if (app.get_subcommands().empty()) {
+        for (const std::string& argument : app.remaining()) {
+            if (!argument.empty() && argument.front() != '-') {
+                return argument;
+            }
+        }
+    }
+    return "";
+}
+
+std::string UsageComplaint(const CLI::App& app, const CLI::ParseError& error)
+{
+    const std::string command = MisspeltCommand(app);
+    if (command.empty()) {
+        return app.get_subcommands().empty() && error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError)
+                   ? "give a command"
+                   : error.what();
+    }
+    std::vector<std::string> names;
+    std::transform(commands.begin(), commands.end(), std::back_inserter(names),
+                   [](const Command& known) { return known.Name; });
+    return "there is no command " + command + "." + DidYouMean(NearestNames(command, names));
+}
+
+void Complain(std::ostream& err, const std::string& text)
+{
+    err << programName << ": " << Escape(text) << '\n';
+}
+
+ExitCode WrongUsage(std::ostream& err, const std::string& text)
+{
+    Complain(err, text);
+    err << "Try " << programName << " --help.\n";
+    return ExitCode::WrongUsage;
+}
+
+/** Fills @p request. @return an exit code when there is nothing left to do. */
+std::optional<ExitCode> Parse(std::vector<std::string> arguments, Request& request, std::ostream& out,
+                              std::ostream& err)
+{
+    CLI::App app(description, programName);
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->label("Positionals", "Arguments");
+    app.set_help_flag();
+    AddSharedOptions(app, request);
+    app.set_help_flag("--help,-h", "Show this help");
+    app.set_version_flag("--version", programName + " " + REDFISHCONFIG_VERSION, "Show the version");
+    app.footer(generalExamples);
+    app.fallthrough(); // before the commands, which take it over: the shared options may stand behind a command
+    AddCommands(app, request);
+    try {
+        std::reverse(arguments.begin(), arguments.end()); // as the parser wants them
+        app.parse(std::move(arguments));
+    } catch (const CLI::Success& asked) { // help or version
+        app.exit(asked, out, err);
+        return ExitCode::Answered;
+    } catch (const CLI::ParseError& error) {
+        return WrongUsage(err, UsageComplaint(app, error));
+    } catch (const UsageError& error) {
+        return WrongUsage(err, error.what());
+    }
+    return std::nullopt;
+}
+
+/** Values that name no setting at all belong to another system. */
+void WarnOfForeignValues(const std::string& file, const RedfishConfig::SettingValueMap& values, const System& system,
+                         Output& output)
+{
+    const bool anyKnown = std::any_of(values.begin(), values.end(),
+                                      [&](const auto& entry) { return system.Find(entry.first) != nullptr; });
+    if (!values.empty() && !anyKnown) {
+        output.Complain(file + ": none of the names in it is a setting of the registry");
+    }
+}
+
+ExitCode Run(const Request& request, const Presentation& presentation, std::ostream& out, std::ostream& err)
+{
+    Output output(out, presentation);
+    ExitCode code = ExitCode::Answered;
+    try {
+        RegistryInput registry = ReadRegistry(request.Registry);
+        ValuesInput values = request.Values.empty() ? ValuesInput{} : ReadValues(request.Values);
+        for (const std::string& remark : values.Remarks) {
+            output.Complain(remark);
+        }
+        const Secrets secrets(registry.Document, values.Values);
+        const Trace trace(request.TraceLevel, err, secrets);
+        System system(std::move(registry), values.Values, request.Options, secrets);
+        WarnOfForeignValues(request.Values, values.Values, system, output);
+        code = request.Run(system, output);
+    } catch (const InputError& error) {
+        output.Complain(error.what());
+        code = ExitCode::Unreadable;
+    }
+    out.flush();
+    for (const std::string& complaint : output.Complaints()) {
+        Complain(err, complaint);
+    }
+    return code;
+}
+
+} // namespace
+
+ExitCode RunTool(const std::vector<std::string>& arguments, const Environment& environment, std::ostream& out,
+                 std::ostream& err)
+{
+    Request request;
+    request.Registry = environment.Registry;
+    request.Values = environment.Values;
+    if (const std::optional<ExitCode> done = Parse(arguments, request, out, err)) {
+        out.flush();
+        return *done;
+    }
+    if (request.Registry.empty()) {
+        return WrongUsage(err, "no registry: give --registry FILE or set REDFISHCONFIG_REGISTRY");
+    }
+    const Presentation presentation{request.Json, environment.Colour, environment.Width};
+    return Run(request, presentation, out, err);
+}
+
+} // namespace RedfishConfigTool

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <RedfishConfig/SettingValue.h>
+
+#include <boost/json/value.hpp>
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace RedfishConfigTool {
+
+/** The largest file that is read. A registry of a thousand settings has about 1.5 MB. */
+constexpr std::size_t largestFile = std::size_t{64} << 20U;
+
+/** Why an input could not be read: one line that names the file. */
+struct InputError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/** An attribute registry: its text for the library, and the document for what the library does not tell. */
+struct RegistryInput {
+    std::string File;
+    std::string Text;
+    boost::json::value Document; ///< an object whose "RegistryEntries" is an object with an array "Attributes"
+};
+
+/** The current values of a system. */
+struct ValuesInput {
+    RedfishConfig::SettingValueMap Values;
+    std::vector<std::string> Remarks; ///< what was left out, a line each
+};
+
+/** @throws InputError when the file cannot be read or is no attribute registry. */
+RegistryInput ReadRegistry(const std::string& file);
+
+/**
+ * Reads a Bios resource, that is, its object "Attributes", or a bare object of names and values. Texts, whole numbers
+ * within 64 signed bits, true and false are values, and null is the lack of one; anything else is left out.
+ *
+ * @throws InputError when the file cannot be read or is neither.
+ */
+ValuesInput ReadValues(const std::string& file);
+
+} // namespace RedfishConfigTool

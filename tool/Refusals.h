@@ -1,0 +1,29 @@
+#pragma once
+
+#include "ExitCode.h"
+#include "Output.h"
+#include "System.h"
+
+#include <boost/json/array.hpp>
+
+#include <string>
+#include <vector>
+
+namespace RedfishConfigTool {
+
+/** The message of a failure without the setting's name and the full stop, where it has the usual form. */
+std::string ReasonOf(const Answer& answer);
+
+/** Complains about each answer that is a failure; a name that is not found gets the nearest ones. */
+void ComplainOfEach(const std::vector<Answer>& answers, const System& system, Output& output);
+
+/** The same in one line for each reason, for a question to all settings, where many share a reason. */
+void ComplainByReason(const std::vector<Answer>& answers, Output& output);
+
+/** The failures as JSON: "name", "code", "message", and "suggestions" for a name that is not found. */
+boost::json::array RefusalsToJson(const std::vector<Answer>& answers, const System& system);
+
+/** Answered when every answer is one. */
+ExitCode ExitCodeOf(const std::vector<Answer>& answers);
+
+} // namespace RedfishConfigTool

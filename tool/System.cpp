@@ -1,0 +1,221 @@
+#include "System.h"
+
+#include "Properties.h"
+
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+
+#include <algorithm>
+#include <limits>
+#include <tuple>
+#include <utility>
+
+namespace RedfishConfigTool {
+
+namespace json = boost::json;
+
+using RedfishConfig::RedfishConfigResult;
+using RedfishConfig::SettingStatus;
+using Manager = RedfishConfig::RedfishConfigSettingManager;
+
+const Question askValue{&Manager::QuerySettingValue, &Manager::QueryGroupSettingValues, true};
+const Question askDefault{&Manager::QuerySettingDefaultValue, &Manager::QueryGroupSettingDefaultValues, true};
+const Question askChoices{&Manager::QuerySettingValidValues, &Manager::QueryGroupSettingValidValues, false};
+const Question askDescription{&Manager::QuerySettingDescription, &Manager::QueryGroupSettingDescriptions, false};
+
+namespace {
+
+template <class Item>
+using ByName = std::map<std::string, Item, RedfishConfig::CaseInsensitiveComparator>;
+
+/** A result that says what its code means, where the library leaves that to its table of messages. */
+RedfishConfigResult WithMessage(RedfishConfigResult result)
+{
+    if (result != RedfishConfig::RESULT_SUCCEED && result.ErrorMsg().empty()) {
+        const auto standard = RedfishConfig::ResultMessages().find(result);
+        result.SetErrorMsg(standard != RedfishConfig::ResultMessages().end() ? standard->second : "No answer.");
+    }
+    return result;
+}
+
+Manager MakeManager(RegistryInput& registry, RedfishConfig::SettingValueMap& values, const SystemOptions& options)
+{
+    RedfishConfig::Config_Options libraryOptions;
+    libraryOptions.ShowHexValue = options.Hex;
+    libraryOptions.IgnoreProtected = options.IncludeProtected;
+    return {registry.Text, values, false, libraryOptions};
+}
+
+/** The first position of each name in the registry's list. */
+ByName<std::size_t> FindPositions(const json::value& registry)
+{
+    const json::array& attributes = registry.at("RegistryEntries").at("Attributes").as_array();
+    ByName<std::size_t> positions;
+    for (std::size_t position = 0; position < attributes.size(); ++position) {
+        const json::object* attribute = attributes[position].if_object();
+        const json::value* name = attribute != nullptr ? attribute->if_contains("AttributeName") : nullptr;
+        if (name != nullptr && name->is_string()) {
+            positions.emplace(std::string(name->get_string()), position);
+        }
+    }
+    return positions;
+}
+
+} // namespace
+
+System::System(RegistryInput registry, RedfishConfig::SettingValueMap values, const SystemOptions& options,
+               const Secrets& secrets)
+    : m_Options(options),
+      m_Secrets(secrets),
+      m_Menus(registry.Document),
+      m_Manager(MakeManager(registry, values, options))
+{
+    std::vector<RedfishConfig::RedfishConfigSettingInfoStru> records;
+    const RedfishConfigResult result = WithMessage(m_Manager.GetAllSettingProperties(records));
+    if (result != RedfishConfig::RESULT_SUCCEED) {
+        throw InputError(registry.File + ": the library cannot read it: " + result.ErrorMsg());
+    }
+    for (auto& record : records) {
+        m_Settings.push_back({std::move(record), nullptr, 0});
+    }
+    SortSettings(registry.Document);
+}
+
+void System::SortSettings(const json::value& registry)
+{
+    const ByName<std::size_t> positions = FindPositions(registry);
+    for (Setting& setting : m_Settings) {
+        const auto position = positions.find(setting.Name());
+        setting.Position = position != positions.end() ? position->second : positions.size();
+        if (setting.IsPassword()) {
+            setting.Record.CurrentValue.reset();
+            setting.Record.DefaultValue.reset();
+        }
+    }
+    const auto byPosition = [](const Setting& left, const Setting& right) { return left.Position < right.Position; };
+    std::sort(m_Settings.begin(), m_Settings.end(), byPosition);
+
+    for (Setting& setting : m_Settings) { // in the registry's order, which is that of menus it does not describe
+        Menu& menu = m_Menus.Place(setting.Record.MenuPath.value_or(""));
+        ++menu.Settings;
+        setting.InMenu = &menu;
+    }
+    if (m_Menus.GivesOrder()) {
+        m_Menus.Sort();
+        const auto place = [this](const Setting& setting) {
+            const bool inMenu = setting.InMenu != &m_Menus.Root();
+            return std::make_tuple(inMenu ? setting.InMenu->Rank : std::numeric_limits<std::size_t>::max(),
+                                   setting.Record.DisplayOrder.value_or(std::numeric_limits<std::int64_t>::max()));
+        };
+        std::stable_sort(m_Settings.begin(), m_Settings.end(),
+                         [&](const Setting& left, const Setting& right) { return place(left) < place(right); });
+    }
+    for (std::size_t place = 0; place < m_Settings.size(); ++place) {
+        m_Index.emplace(m_Settings[place].Name(), place);
+    }
+}
+
+const Setting* System::Find(const std::string& name) const
+{
+    const auto found = m_Index.find(name);
+    return found != m_Index.end() ? &m_Settings[found->second] : nullptr;
+}
+
+void System::Complete(const Question& question, Answer& answer) const
+{
+    answer.Result = WithMessage(answer.Result);
+    answer.Result.SetErrorMsg(m_Secrets.ConcealInReason(answer.Result.ErrorMsg()));
+    if (!answer.Ok()) {
+        answer.Text.clear();
+    } else if (question.TellsValue && answer.Subject->IsPassword()) {
+        answer.Text = passwordMask;
+        answer.Concealed = true;
+    } else if (!question.TellsValue) {
+        answer.Text = m_Secrets.ConcealInReason(answer.Text);
+    }
+}
+
+Answer System::Ask(const Question& question, const std::string& name)
+{
+    Answer answer;
+    answer.Name = name;
+    answer.Subject = Find(name);
+    answer.Result = (m_Manager.*question.One)(name, answer.Text);
+    if (answer.Ok() && answer.Subject == nullptr) {
+        answer.Result = RedfishConfig::RESULT_INTERNAL_ERROR;
+    }
+    Complete(question, answer);
+    return answer;
+}
+
+std::vector<Answer> System::AskAll(const Question& question)
+{
+    std::map<std::string, std::string> texts;
+    (m_Manager.*question.All)(texts); // its result only says that there are failures
+    ByName<RedfishConfigResult> failures;
+    for (const RedfishConfigResult& failure : m_Manager.GetError()) {
+        failures.emplace(failure.Setting(), failure);
+    }
+    const ByName<std::string> answered(texts.begin(), texts.end());
+
+    std::vector<Answer> answers;
+    for (const Setting& setting : m_Settings) {
+        if (m_Options.IncludeProtected && setting.Record.Hidden) {
+            // the question to all leaves these out whatever the options say
+            answers.push_back(Ask(question, setting.Name()));
+            continue;
+        }
+        Answer answer;
+        answer.Name = setting.Name();
+        answer.Subject = &setting;
+        const auto text = answered.find(setting.Name());
+        const auto failure = failures.find(setting.Name());
+        if (text != answered.end()) {
+            answer.Text = text->second;
+        } else {
+            answer.Result = failure != failures.end() ? failure->second : RedfishConfig::RESULT_INTERNAL_ERROR;
+        }
+        Complete(question, answer);
+        answers.push_back(std::move(answer));
+    }
+    return answers;
+}
+
+SettingStatus System::Conceal(SettingStatus status) const
+{
+    for (const ShownProperty& property : shownProperties) {
+        std::string& reason = (status.*property.State).Reason;
+        reason = m_Secrets.ConcealInReason(reason);
+    }
+    return status;
+}
+
+SettingStatus System::StatusOf(const Setting& setting)
+{
+    SettingStatus status;
+    m_Manager.QuerySettingStatus(setting.Name(), status);
+    return Conceal(std::move(status));
+}
+
+std::vector<SettingStatus> System::AllStatus()
+{
+    std::map<std::string, SettingStatus> all;
+    m_Manager.QueryGroupSettingStatus(all);
+    m_Manager.GetError(); // must not be taken for failures of the next question
+    const ByName<SettingStatus> byName(all.begin(), all.end());
+    std::vector<SettingStatus> status;
+    for (const Setting& setting : m_Settings) {
+        const auto found = byName.find(setting.Name());
+        status.push_back(found != byName.end() ? Conceal(found->second) : SettingStatus{});
+    }
+    return status;
+}
+
+std::map<std::string, std::vector<std::string>> System::Groups()
+{
+    std::map<std::string, std::vector<std::string>> groups;
+    m_Manager.GetGroupList(groups);
+    return groups;
+}
+
+} // namespace RedfishConfigTool

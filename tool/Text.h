@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/**
+ * @file
+ * Texts on their way to a screen. A registry and a command line are foreign: what they hold may try to steer the
+ * terminal, break a line in two, or be no UTF-8 at all.
+ */
+
+namespace RedfishConfigTool {
+
+/** One character of a UTF-8 text. */
+struct Character {
+    char32_t Code = 0;
+    std::size_t Bytes = 1;
+    bool Valid = false; ///< false for a byte that begins no character; then Code is that byte
+};
+
+/** The character that begins at @p position, which is within the text. */
+Character CharacterAt(std::string_view text, std::size_t position);
+
+/** Whether a character could steer a terminal: the control characters, and those that break or turn round a line. */
+bool SteersTerminal(char32_t code);
+
+/** The code in hexadecimal with at least so many digits, for an escape. */
+std::string HexDigits(char32_t code, std::size_t digits);
+
+/**
+ * The text as it may be printed on one line: characters that could steer a terminal become \n, \r, \t, \xNN or
+ * \uNNNN, and bytes that are no UTF-8 become \xNN. A backslash stays as it is, so this cannot be read back; it never
+ * changes its own output.
+ */
+std::string Escape(std::string_view text);
+
+/** The text with every occurrence of @p piece, which is not empty, replaced. */
+std::string ReplaceAll(std::string text, std::string_view piece, std::string_view replacement);
+
+/** The number of characters of a UTF-8 text, a stray byte counting as one. */
+std::size_t CharacterCount(std::string_view text);
+
+/** The text with blanks behind it up to @p width characters; a longer one stays as it is. */
+std::string Pad(std::string_view text, std::size_t width);
+
+/**
+ * The text in lines of at most @p width characters, broken at blanks. A line feed or carriage return in the text ends
+ * a paragraph; empty lines at the end are dropped. A longer word keeps a line of its own. Every line is escaped.
+ *
+ * @return one line at least
+ */
+std::vector<std::string> Wrap(std::string_view text, std::size_t width);
+
+/** The text with ASCII letters in lower case, as names are compared. */
+std::string Fold(std::string_view text);
+
+bool EqualsIgnoringCase(std::string_view left, std::string_view right);
+bool ContainsIgnoringCase(std::string_view text, std::string_view piece);
+
+/** "1 setting", "2 settings". */
+std::string Counted(std::size_t count, const std::string& noun);
+
+} // namespace RedfishConfigTool

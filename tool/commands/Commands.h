@@ -1,0 +1,68 @@
+#pragma once
+
+#include "../ExitCode.h"
+#include "../Output.h"
+#include "../Selection.h"
+#include "../System.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/**
+ * @file
+ * The commands. Each is a function from a system and its own options to a stream; its Attach function gives the
+ * command line its options and returns the command as it is to be run with them.
+ */
+
+namespace RedfishConfigTool {
+
+/** A command with its options filled in. */
+using Runner = std::function<ExitCode(System&, Output&)>;
+
+struct Command {
+    const char* Name;
+    const char* Help;
+    const char* Examples; ///< a line each
+    Runner (*Attach)(CLI::App& command);
+};
+
+/** All commands, in the order in which the help shows them. */
+extern const std::vector<Command> commands;
+
+struct ListOptions {
+    std::string Menu;     ///< only settings in menus that have this text in their names
+    std::string Type;     ///< only settings of this type, in any letter case
+    bool Changed = false; ///< only settings whose value differs from the default
+    bool All = false;     ///< hidden and protected settings too
+};
+
+/** A line for each setting. */
+ExitCode RunList(System& system, const ListOptions& options, Output& output);
+Runner AttachList(CLI::App& command);
+
+/** NAME=VALUE lines. */
+ExitCode RunGet(System& system, const Selection& selection, Output& output);
+Runner AttachGet(CLI::App& command);
+
+/** Everything about the settings named. */
+ExitCode RunShow(System& system, const std::vector<std::string>& names, Output& output);
+Runner AttachShow(CLI::App& command);
+
+/** The values that settings accept. */
+ExitCode RunChoices(System& system, const Selection& selection, Output& output);
+Runner AttachChoices(CLI::App& command);
+
+/** The default values. */
+ExitCode RunDefaults(System& system, const Selection& selection, Output& output);
+Runner AttachDefaults(CLI::App& command);
+
+/** The descriptions. */
+ExitCode RunDescribe(System& system, const Selection& selection, Output& output);
+Runner AttachDescribe(CLI::App& command);
+
+/** The menus as a tree. */
+ExitCode RunGroups(System& system, Output& output);
+Runner AttachGroups(CLI::App& command);
+
+} // namespace RedfishConfigTool
