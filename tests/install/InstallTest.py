@@ -1,0 +1,87 @@
+"""Builds and installs the project as a packager would, then uses the installed package from outside the tree.
+
+Usage: InstallTest.py SOURCE_DIR WORK_DIR
+"""
+
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+
+CONSUMER_OUTPUT = """\
+0 the setting is read only due to the following expression: ((BootMode==Legacy))
+1 1
+Final result error: yes
+"""
+
+
+def run(*command, **options):
+    print("$", " ".join(str(word) for word in command), flush=True)
+    done = subprocess.run([str(word) for word in command], stdout=subprocess.PIPE, text=True, **options)
+    if done.returncode != 0:
+        sys.exit(f"{done.stdout}\nexit code {done.returncode}")
+    return done.stdout
+
+
+def expect(condition, message):
+    if not condition:
+        sys.exit(message)
+
+
+def main():
+    source, work = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
+    shutil.rmtree(work, ignore_errors=True)
+    prefix = work / "prefix"
+
+    # Without what only the tests need.
+    run("cmake", "-S", source, "-B", work / "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DBUILD_TESTING=OFF",
+        "-DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON", f"-DCMAKE_INSTALL_PREFIX={prefix}", "-DCMAKE_INSTALL_LIBDIR=lib")
+    run("cmake", "--build", work / "build")
+    run("cmake", "--install", work / "build")
+
+    library = prefix / "lib" / "libredfishconfig.so"
+    environment = dict(os.environ, LD_LIBRARY_PATH=str(library.parent),
+                       PKG_CONFIG_PATH=str(prefix / "lib" / "pkgconfig"))
+
+    soname = re.search(r"SONAME.*\[(.*)\]", run("readelf", "-d", library)).group(1)
+    expect(soname == "libredfishconfig.so.1", f"the SONAME is {soname}")
+    exported = [line.split(maxsplit=2)[2] for line in run("nm", "-DC", "--defined-only", library).splitlines()]
+    strangers = [name for name in exported if not re.match(r"((typeinfo|typeinfo name|vtable) for )?RedfishConfig::", name)]
+    expect(exported and not strangers, f"exported besides the public names: {strangers}")
+
+    headers = sorted((prefix / "include" / "RedfishConfig").glob("*.h"))
+    expect({header.name for header in headers} >= {
+        "Log.h", "RedfishConfig.h", "RedfishConfigExpression.h", "RedfishConfigResult.h", "RedfishConfigSetting.h",
+        "RedfishConfigSettingInfo.h", "RedfishConfigSettingManager.h", "SettingValue.h"}, f"headers: {headers}")
+    umbrella = (prefix / "include" / "RedfishConfig" / "RedfishConfig.h").read_text()
+    for header in headers:
+        expect(header.name == "RedfishConfig.h" or f"<RedfishConfig/{header.name}>" in umbrella,
+               f"RedfishConfig.h does not include {header.name}")
+        for standard in ("c++17", "c++20"):  # each compiles alone, without warnings
+            run("c++", f"-std={standard}", "-Wall", "-Wextra", "-Wpedantic", "-Werror", "-fsyntax-only", "-x", "c++",
+                "-I", prefix / "include", "-", input=f"#include <RedfishConfig/{header.name}>\n")
+
+    consumer = source / "tests" / "install" / "consumer"
+    run("cmake", "-S", consumer, "-B", work / "consumer", "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}",
+        "-DCMAKE_BUILD_TYPE=Debug")
+    run("cmake", "--build", work / "consumer")
+    expect(run(work / "consumer" / "consumer") == CONSUMER_OUTPUT, "the consumer built with find_package answers otherwise")
+
+    flags = run("pkg-config", "--cflags", "--libs", "redfishconfig", env=environment).split()
+    run("c++", "-std=c++17", consumer / "consumer.cpp", *flags, "-o", work / "with-pkg-config")
+    expect(run(work / "with-pkg-config", env=environment) == CONSUMER_OUTPUT,
+           "the consumer built with pkg-config answers otherwise")
+
+    run("cmake", "-S", source / "examples", "-B", work / "examples", "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}",
+        "-DCMAKE_BUILD_TYPE=Debug")
+    run("cmake", "--build", work / "examples")
+
+    version = run(prefix / "bin" / "redfishconfig", "--version", env=environment)
+    expect(version.startswith("redfishconfig 1."), f"the installed tool says {version}")
+    print("installed and used")
+
+
+if __name__ == "__main__":
+    main()
