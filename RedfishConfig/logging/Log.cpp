@@ -34,11 +34,14 @@ SinkHolder& Holder()
 
 } // namespace
 
-Log::Log(unsigned level, const char* file, int line) : m_Level(level), m_File(file), m_Line(line) {}
+Log::Log(unsigned level, const char* file, int line)
+    : m_Level(level), m_IsOn(LogIsOn(level)), m_File(file), m_Line(line)
+{
+}
 
 Log::~Log()
 {
-    if (!LogIsOn(m_Level)) {
+    if (!m_IsOn) {
         return;
     }
     try {

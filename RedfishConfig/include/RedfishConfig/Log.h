@@ -36,6 +36,7 @@ public:
 
 private:
     unsigned m_Level;
+    bool m_IsOn;
     const char* m_File;
     int m_Line;
     std::ostringstream m_Stream;

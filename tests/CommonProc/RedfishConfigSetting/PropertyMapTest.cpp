@@ -24,7 +24,8 @@ SettingValue Text(const std::string& text)
     return SettingValue(SettingAlternative(text));
 }
 
-/** A present value that holds nothing, as a failed assignment leaves it. */
+/** A present value that holds nothing, as a failed assignment leaves it, where the standard library can leave one so.
+ */
 SettingValue Broken()
 {
     SettingValue value = Number(0);
@@ -32,7 +33,6 @@ SettingValue Broken()
         value->emplace<std::string>(std::string().max_size() + 1, 'x');
     } catch (const std::length_error&) {
     }
-    EXPECT_TRUE(value->valueless_by_exception());
     return value;
 }
 
@@ -168,6 +168,9 @@ TEST(PropertyMap, FollowsTheCurrentValue)
 
 TEST(PropertyMap, OfABrokenValueEndsWithTheFlags)
 {
+    if (!Broken()->valueless_by_exception()) {
+        GTEST_SKIP() << "this standard library never leaves a value without an alternative";
+    }
     Probe<RedfishConfigTextSetting> setting(Named("A", Broken()));
     const LogCapture log;
     EXPECT_EQ(setting.GetProperyMap(), (Map{{"A.ReadOnly", "false"},

@@ -29,7 +29,8 @@ SettingValue Truth(bool truth)
     return SettingValue(SettingAlternative(truth));
 }
 
-/** A present value that holds nothing, as a failed assignment leaves it. */
+/** A present value that holds nothing, as a failed assignment leaves it, where the standard library can leave one so.
+ */
 SettingValue Broken()
 {
     SettingValue value = Number(0);
@@ -37,7 +38,6 @@ SettingValue Broken()
         value->emplace<std::string>(std::string().max_size() + 1, 'x');
     } catch (const std::length_error&) {
     }
-    EXPECT_TRUE(value->valueless_by_exception());
     return value;
 }
 
@@ -290,6 +290,9 @@ TEST(GetSettingValue, FailsWithCode9WithoutACurrentValue)
 
 TEST(GetSettingValue, FailsWithCode9ForABrokenValue)
 {
+    if (!Broken()->valueless_by_exception()) {
+        GTEST_SKIP() << "this standard library never leaves a value without an alternative";
+    }
     RedfishConfigSettingInfoStru record = Record();
     record.CurrentValue = Broken();
     for (const Config_Options& options : {Config_Options(), Hexadecimal()}) {
@@ -360,6 +363,9 @@ TEST(GetSettingDefaultValue, FailsWithCode9WithoutADefault)
 
 TEST(GetSettingDefaultValue, FailsWithCode9ForABrokenDefault)
 {
+    if (!Broken()->valueless_by_exception()) {
+        GTEST_SKIP() << "this standard library never leaves a value without an alternative";
+    }
     RedfishConfigSettingInfoStru record = Record();
     record.DefaultValue = Broken();
     const Answer answer = Ask(defaultQuery, record);
