@@ -11,7 +11,9 @@ if(REDFISHCONFIG_WARNINGS_AS_ERRORS)
 endif()
 if(REDFISHCONFIG_SANITIZE)
     target_compile_options(redfishconfig_flags INTERFACE
-        -fsanitize=${REDFISHCONFIG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        -fsanitize=${REDFISHCONFIG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
+        # the instrumented code makes GCC see uninitialised members in the standard library
+        -Wno-maybe-uninitialized)
     target_link_options(redfishconfig_flags INTERFACE -fsanitize=${REDFISHCONFIG_SANITIZE})
 endif()
 if(REDFISHCONFIG_COVERAGE)
