@@ -43,7 +43,7 @@ RedfishConfigResult RedfishConfigEnumerateSetting::GetSettingValidValues(std::st
         }
         for (const auto& [name, displayName] : m_Info.Value) {
             if (name != displayName) {
-                answer += "\n\t[" + name + "] : " + displayName;
+                answer.append("\n\t[").append(name).append("] : ").append(displayName);
             }
         }
         return RESULT_SUCCEED;

@@ -1,6 +1,6 @@
 #include <RedfishConfig/RedfishConfigSettingManager.h>
 
-#include "../../logging/LogLine.h"
+#include "Operation.h"
 
 namespace RedfishConfig {
 
@@ -52,21 +52,6 @@ constexpr SettingQuery validValuesQuery{"QuerySettingValidValues",
                                         FILTER_QUERY_GROUP_CHOICES,
                                         &RedfishConfigSetting::GetSettingValidValues};
 
-RedfishConfigResult MissingInCollection()
-{
-    return {RESULT_INTERNAL_ERROR, "Cannot find the setting in the generated collection"};
-}
-
-void LogEnter(const char* operation)
-{
-    LOG_LINE(LogTrace) << "Enter RedfishConfigSettingManager::" << operation << "()";
-}
-
-void LogExit(const char* operation)
-{
-    LOG_LINE(LogTrace) << "Exit RedfishConfigSettingManager::" << operation << "()";
-}
-
 /** The message names the setting as the manager keeps it; the caller gets it as the caller wrote it. */
 void NameAsTheCallerWrote(RedfishConfigResult& result, const std::string& storedName, const std::string& callersName)
 {
@@ -79,34 +64,12 @@ void NameAsTheCallerWrote(RedfishConfigResult& result, const std::string& stored
 
 } // namespace
 
-RedfishConfigResult RedfishConfigSettingManager::GenerateForOperation(const std::string& name)
-{
-    RedfishConfigResult result = ParseResponseAndGenerateSetting(name);
-    if (result != RESULT_SUCCEED) {
-        LOG_LINE(LogDefect) << "Parse response and generate setting error.";
-    }
-    return result;
-}
-
-RedfishConfigResult RedfishConfigSettingManager::FindSetting(const std::string& name, SettingMap::iterator& found)
-{
-    found = m_Settings.find(name);
-    if (found == m_Settings.end()) {
-        return NotFound(name); // an empty name generates all settings and names none
-    }
-    return found->second != nullptr ? RedfishConfigResult() : MissingInCollection();
-}
-
 RedfishConfigResult RedfishConfigSettingManager::QueryOne(const SettingQuery& query, const std::string& name,
                                                           std::string& answer)
 {
     LogEnter(query.single);
-    RedfishConfigResult result = GenerateForOperation(name);
-    if (result != RESULT_SUCCEED) {
-        return result;
-    }
     SettingMap::iterator found;
-    result = FindSetting(name, found);
+    RedfishConfigResult result = GenerateAndFind(name, found);
     if (result != RESULT_SUCCEED) {
         return result;
     }
@@ -197,12 +160,8 @@ RedfishConfigSettingManager::QueryGroupSettingValidValues(std::map<std::string, 
 RedfishConfigResult RedfishConfigSettingManager::QuerySettingStatus(const std::string& name, SettingStatus& status)
 {
     LogEnter("QuerySettingStatus");
-    RedfishConfigResult result = GenerateForOperation(name);
-    if (result != RESULT_SUCCEED) {
-        return result;
-    }
     SettingMap::iterator found;
-    result = FindSetting(name, found);
+    RedfishConfigResult result = GenerateAndFind(name, found);
     if (result != RESULT_SUCCEED) {
         return result;
     }

@@ -104,6 +104,42 @@ public:
      */
     RedfishConfigResult GetSettingDescription(std::string& description, const filterAction& action);
 
+    /**
+     * Prepares the value that a PATCH body carries for a new value: a bare literal for an Integer or Boolean, the text
+     * between double quotes, with nothing inside escaped, for the other types.
+     *
+     * @param newValue the proposed value as text; a choice may be named in any letter case or by its display name
+     * @param patchContext receives the value text
+     * @return 0; 18 when the setting takes no part, for instance because it is read only; 10, 8 or 9 "New value VALUE
+     *         is invalid: REASON" when its type refuses the value.
+     */
+    RedfishConfigResult PreparePatchContext(const std::string& newValue, std::string& patchContext,
+                                            const filterAction& action);
+
+    /** The same into a map from names to value texts. An entry that the map already has is kept. */
+    RedfishConfigResult PreparePatchContext(const std::string& newValue,
+                                            std::map<std::string, std::string>& patchContexts,
+                                            const filterAction& action);
+
+    /**
+     * The current value as text that is worth saving; never in hexadecimal, so that saved values do not depend on how
+     * they were shown.
+     *
+     * @return 0; 19 when the setting takes no part; 8 without a message when it has no current value.
+     */
+    RedfishConfigResult FetchSaveSettingValues(std::string& value, const filterAction& action);
+
+    /**
+     * Checks a saved value before it is restored.
+     *
+     * @param key under which @p errors receives the reason of a failure
+     * @param admitSystemUnique whether a value that belongs to one system, such as an asset tag, may be restored
+     * @return 0; 34 when the setting takes no part; 10, 8 or 9 "New value VALUE is invalid: REASON" when its type
+     *         refuses the value.
+     */
+    RedfishConfigResult FetchRestoreSettingValues(const std::string& key, const std::string& value,
+                                                  std::map<std::string, std::string>& errors, bool admitSystemUnique);
+
     /** Whether the setting takes part in the work @p action. When not, GetErrorMsg() has the reason. */
     bool filter(const filterAction& action);
 
@@ -218,6 +254,10 @@ private:
 
     bool AnswerDynamicProperty(const DynamicProperty& property);
     RedfishConfigResult Refuse(int code, RefusalWords refusalWords);
+    // Whether the setting takes part and its type accepts the value, which may be rewritten. Else a result of
+    // refusalCode or of the type's own code, and the reason alone.
+    RedfishConfigResult AdmitNewValue(std::string& value, const filterAction& action, int refusalCode,
+                                      std::string& reason);
     RedfishConfigResult RefuseAsMissing(const char* what);
     RedfishConfigResult OpenQuery(const filterAction& action, RefusalWords refusalWords);
     void PutValuesIntoFormulas(const ValueSubstitution& values);

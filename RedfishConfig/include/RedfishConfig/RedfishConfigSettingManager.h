@@ -101,6 +101,68 @@ public:
 
     /** @} */
 
+    /** @name Changes
+     * What a caller sends to the BMC, saves to a file, or sends when such a file is restored. The value texts are those
+     * of a PATCH body, see RedfishConfigSetting::PreparePatchContext(). The caller chooses by @p action which settings
+     * take part, see filterAction.
+     * @{ */
+
+    /**
+     * The PATCH value for a new value of one setting.
+     *
+     * @param patchContext receives the value text; stays untouched on failure
+     * @return 0; 18 when the setting may not be changed now; 10 or 8 when its type refuses the value.
+     */
+    RedfishConfigResult PreparePatchContext(const std::string& name, const std::string& newValue,
+                                            std::string& patchContext, const filterAction& action);
+
+    /**
+     * The PATCH values for new values of many settings. Never stops at a failure: each goes to GetError() with the
+     * name as given; a setting that is missing is 20 there.
+     *
+     * @param newValues names to new values
+     * @param patchContexts receives the accepted ones, by the settings' own names; entries that it already has are kept
+     * @return 0, also for no values; 7 when one failed or more.
+     */
+    RedfishConfigResult PreparePatchContext(const std::map<std::string, std::string>& newValues,
+                                            std::map<std::string, std::string>& patchContexts,
+                                            const filterAction& action);
+
+    /**
+     * The PATCH value that sets one setting back to its default. A setting that may not be changed is not reset.
+     *
+     * @param defaultValue receives the default as text, in hexadecimal where Config_Options asks for it; also when the
+     *        change is refused then
+     * @param patchContext receives the value text; stays untouched on failure
+     * @return as QuerySettingDefaultValue(), then as PreparePatchContext().
+     */
+    RedfishConfigResult PrepareLoadDefaultValue(const std::string& name, std::string& defaultValue,
+                                                std::string& patchContext);
+
+    /**
+     * The current values worth saving, by name, never in hexadecimal. A setting that takes no part or has no value is
+     * left out without a failure.
+     *
+     * @param values not emptied first; entries that it already has are replaced
+     */
+    RedfishConfigResult FetchSaveSettingValues(std::map<std::string, std::string>& values, const filterAction& action);
+
+    /**
+     * Checks saved values against this system and prepares those that can be restored. Never stops at a failure.
+     *
+     * @param saved names to saved values as text
+     * @param restoreValues receives the PATCH value of each accepted one, by the name that the manager keeps; not
+     *        emptied first, entries that it already has are replaced
+     * @param errors receives the reason why a value cannot be restored, by the name as saved; not emptied first
+     * @param admitSystemUnique whether values that belong to one system, such as an asset tag, may be restored
+     * @return 0; else the first failure. A setting that takes no part in a restore is in @p errors, but no failure.
+     */
+    RedfishConfigResult FetchRestoreSettingValues(std::map<std::string, std::string>& saved,
+                                                  std::map<std::string, std::string>& restoreValues,
+                                                  std::map<std::string, std::string>& errors, bool admitSystemUnique);
+
+    /** @} */
+
     /** Appends the record of every setting to @p properties, in the order of their names. */
     RedfishConfigResult GetAllSettingProperties(std::vector<RedfishConfigSettingInfoStru>& properties);
 
@@ -161,7 +223,13 @@ private:
     // Each operation begins with this: the settings it needs are generated, and the current values applied.
     RedfishConfigResult GenerateForOperation(const std::string& name);
     RedfishConfigResult FindSetting(const std::string& name, SettingMap::iterator& found);
+    RedfishConfigResult GenerateAndFind(const std::string& name, SettingMap::iterator& found);
     RedfishConfigResult QueryOne(const SettingQuery& query, const std::string& name, std::string& answer);
+    RedfishConfigResult PrepareOneOfMany(const std::string& name, const std::string& newValue,
+                                         std::map<std::string, std::string>& patchContexts, const filterAction& action);
+    RedfishConfigResult RestoreOne(const std::string& name, const std::string& value,
+                                   std::map<std::string, std::string>& restoreValues,
+                                   std::map<std::string, std::string>& errors, bool admitSystemUnique);
     RedfishConfigResult QueryGroup(const SettingQuery& query, std::map<std::string, std::string>& answers);
 
     std::vector<RedfishConfigResult> m_Errors;
