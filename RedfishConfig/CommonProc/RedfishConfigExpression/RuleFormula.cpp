@@ -1,6 +1,7 @@
 #include "RuleFormula.h"
 
 #include "../../logging/LogLine.h"
+#include "../Limits.h"
 
 #include <algorithm>
 #include <string_view>
@@ -71,6 +72,11 @@ std::optional<std::string> ComposeFormula(const DependencyRule& rule)
 {
     if (rule.MapToAttribute.empty() || rule.MapToProperty.empty() || !rule.MapToValue) {
         LOG_LINE(LogDetail) << "Invalid dependency(MapTo) information for " << rule.MapToAttribute;
+        return std::nullopt;
+    }
+    if (rule.MapFrom.size() > Limits::termsOfRule) {
+        LOG_LINE(LogDetail) << "The dependency information has too many terms and is thrown away, for "
+                            << rule.MapToAttribute;
         return std::nullopt;
     }
     std::string formula;

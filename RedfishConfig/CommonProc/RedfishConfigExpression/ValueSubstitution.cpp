@@ -1,8 +1,8 @@
 #include "ValueSubstitution.h"
 
-#include <boost/algorithm/string/replace.hpp>
+#include "../Limits.h"
 
-#include <set>
+#include <algorithm>
 
 namespace RedfishConfig {
 
@@ -27,6 +27,7 @@ ValueSubstitution::ValueSubstitution(const std::map<std::string, std::string>& t
             continue; // nothing to look for
         }
         m_Keys.emplace(key, &entry);
+        m_LongestKey = std::max(m_LongestKey, key.size());
         lengthsByTail[TailOf(key)].insert(key.size());
     }
     for (const auto& [tail, lengths] : lengthsByTail) {
@@ -34,39 +35,74 @@ ValueSubstitution::ValueSubstitution(const std::map<std::string, std::string>& t
     }
 }
 
-std::string ValueSubstitution::Apply(const std::string& formula) const
+std::string ValueSubstitution::Apply(const std::string& formula)
 {
     std::string text = formula;
-    for (const Entry* entry = FirstOccurring(text, nullptr); entry != nullptr; entry = FirstOccurring(text, entry)) {
-        boost::replace_all(text, entry->first, entry->second);
+    Entries occurring;
+    AddOccurring(text, occurring);
+    while (!occurring.empty() && IsWithinLimits(text)) {
+        const Entry& entry = **occurring.begin();
+        occurring.erase(occurring.begin());
+        ReplaceAll(entry, text, occurring);
     }
-    return text;
+    return IsWithinLimits(text) ? text : std::string();
 }
 
-const ValueSubstitution::Entry* ValueSubstitution::FirstOccurring(std::string_view formula, const Entry* after) const
+bool ValueSubstitution::IsWithinLimits(const std::string& text) const
 {
-    const Entry* first = nullptr;
+    return text.size() <= Limits::formulaBytes && m_Work <= Limits::substitutionBytes;
+}
+
+void ValueSubstitution::ReplaceAll(const Entry& entry, std::string& text, Entries& occurring)
+{
+    const auto& [key, replacement] = entry;
+    std::string replaced;
+    std::vector<Range> changed; // around each replacement, as far as a key can reach
+    std::size_t taken = 0;
+    for (std::size_t found = text.find(key); found != std::string::npos && IsWithinLimits(replaced);
+         found = text.find(key, taken)) {
+        replaced.append(text, taken, found - taken);
+        const std::size_t begin = replaced.size() - std::min(replaced.size(), m_LongestKey);
+        replaced += replacement;
+        taken = found + key.size();
+        const std::size_t end = replaced.size() + m_LongestKey;
+        if (!changed.empty() && begin <= changed.back().end) {
+            changed.back().end = end;
+        } else {
+            changed.push_back({begin, end});
+        }
+    }
+    m_Work += text.size() + replaced.size();
+    if (changed.empty()) {
+        return; // an earlier replacement has destroyed it
+    }
+    text = std::move(replaced.append(text, taken));
+    Entries brought;
+    for (const Range& range : changed) {
+        AddOccurring(std::string_view(text).substr(range.begin, range.end - range.begin), brought);
+    }
+    occurring.insert(brought.upper_bound(&entry), brought.end());
+}
+
+void ValueSubstitution::AddOccurring(std::string_view text, Entries& occurring)
+{
+    m_Work += text.size();
     for (const Tail& tail : m_Tails) {
-        for (std::size_t found = formula.find(tail.text); found != std::string_view::npos;
-             found = formula.find(tail.text, found + 1)) {
+        for (std::size_t found = text.find(tail.text); found != std::string_view::npos;
+             found = text.find(tail.text, found + 1)) {
             const std::size_t end = found + tail.text.size();
             for (const std::size_t length : tail.keyLengths) {
-                if (length > end) {
+                if (length > end || m_Work > Limits::substitutionBytes) {
                     break;
                 }
-                const auto key = m_Keys.find(formula.substr(end - length, length));
-                if (key == m_Keys.end()) {
-                    continue;
+                const auto key = m_Keys.find(text.substr(end - length, length));
+                if (key != m_Keys.end()) {
+                    occurring.insert(key->second);
                 }
-                const Entry* entry = key->second;
-                if ((after == nullptr || entry->first > after->first) &&
-                    (first == nullptr || entry->first < first->first)) {
-                    first = entry;
-                }
+                m_Work += length;
             }
         }
     }
-    return first;
 }
 
 } // namespace RedfishConfig

@@ -69,7 +69,7 @@ std::map<std::string, std::string> RedfishConfigSetting::GetProperyMap()
     return properties;
 }
 
-void RedfishConfigSetting::PutValuesIntoFormulas(const ValueSubstitution& values)
+void RedfishConfigSetting::PutValuesIntoFormulas(ValueSubstitution& values)
 {
     for (auto& [property, expression] : m_Info.expressionMaps) {
         LOG_LINE(LogDetail) << "the PropertyName:" << property << " and the Expression:" << expression.DisplayText;

@@ -2,10 +2,10 @@
 
 #include "../../logging/LogLine.h"
 #include "../LetterCase.h"
+#include "PatternMatch.h"
 #include "ScopeVerdict.h"
 
 #include <exception>
-#include <regex>
 
 namespace RedfishConfig {
 
@@ -90,8 +90,7 @@ RedfishConfigResult RedfishConfigSetting::CheckNewValueIsValid(std::string& newV
         return RESULT_SUCCEED;
     }
     try {
-        const std::regex pattern(*m_Info.ValueExpression, std::regex::ECMAScript);
-        if (std::regex_match(newValue, pattern)) {
+        if (MatchesPattern(newValue, *m_Info.ValueExpression)) {
             return RESULT_SUCCEED;
         }
         errMsg =

@@ -230,7 +230,7 @@ void RedfishConfigSettingManager::UpdateSettingValue(const SettingValueMap& curr
         }
         texts.merge(setting->GetProperyMap());
     }
-    const ValueSubstitution substitution(texts);
+    ValueSubstitution substitution(texts);
     for (const auto& [name, setting] : m_Settings) {
         if (setting == nullptr) {
             continue;

@@ -1,5 +1,6 @@
 #include "Registry.h"
 
+#include "../Limits.h"
 #include "JsonMember.h"
 
 #include <boost/json/monotonic_resource.hpp>
@@ -18,6 +19,13 @@ namespace {
 /** Terms on this attribute test the controller itself, not a setting, and never count. */
 constexpr std::string_view controllerAttribute = "SYSACS";
 
+void CheckCount(const char* what, std::size_t count, std::size_t limit)
+{
+    if (count > limit) {
+        throw std::runtime_error("The registry has more than " + std::to_string(limit) + " " + what + ".");
+    }
+}
+
 void RemoveControllerTerms(DependencyRule& rule)
 {
     auto& terms = rule.MapFrom;
@@ -30,8 +38,13 @@ void RemoveControllerTerms(DependencyRule& rule)
 
 std::shared_ptr<const Registry> Registry::Read(std::string_view text)
 {
+    if (text.size() > Limits::registryBytes) {
+        throw std::runtime_error("The registry is longer than " + std::to_string(Limits::registryBytes) + " bytes.");
+    }
     json::monotonic_resource storage;
-    const json::value document = json::parse({text.data(), text.size()}, &storage);
+    json::parse_options options;
+    options.max_depth = Limits::registryDepth;
+    const json::value document = json::parse({text.data(), text.size()}, &storage, options);
     const json::object* root = document.if_object();
     if (root == nullptr) {
         throw std::runtime_error("The registry is not a JSON object.");
@@ -60,6 +73,7 @@ void Registry::ReadAttributes(const json::object& root)
     } else if (!attributes->is_array()) {
         m_AttributesDefect = R"(The "Attributes" of the registry are not an array.)";
     } else {
+        CheckCount("attributes", attributes->get_array().size(), Limits::attributes);
         m_Attributes = json::value_to<std::vector<RedfishConfigSettingInfoStru>>(*attributes);
     }
 }
@@ -77,6 +91,7 @@ void Registry::ReadDependencies(const json::object& root)
         m_Dependencies = DependencyList::Unreadable;
         return;
     }
+    CheckCount("rules", list->size(), Limits::rules);
     m_Dependencies = DependencyList::Present;
     for (std::size_t position = 0; position < list->size(); ++position) {
         DependencyRule rule = ReadDependencyRule((*list)[position], position);

@@ -260,7 +260,7 @@ private:
                                       std::string& reason);
     RedfishConfigResult RefuseAsMissing(const char* what);
     RedfishConfigResult OpenQuery(const filterAction& action, RefusalWords refusalWords);
-    void PutValuesIntoFormulas(const ValueSubstitution& values);
+    void PutValuesIntoFormulas(ValueSubstitution& values);
 
     friend class RedfishConfigSettingManager; // puts the values of all its settings into the formulas
 };

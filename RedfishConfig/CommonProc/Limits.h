@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+
+namespace RedfishConfig {
+
+/**
+ * How much is read and worked on: far more than any real system needs, and little enough that no registry, value or
+ * pattern can exhaust memory, time or the stack. What happens beyond is said at each.
+ */
+namespace Limits {
+
+/** A registry that exceeds one of these cannot be read (code 27). */
+constexpr std::size_t registryBytes = 256U << 20U;
+constexpr std::size_t registryDepth = 32; // of objects and lists in each other
+constexpr std::size_t attributes = 250'000;
+constexpr std::size_t rules = 250'000;
+
+/** A rule with more terms is unusable and left out. */
+constexpr std::size_t termsOfRule = 1'000;
+
+/** A formula that is longer once values are put into it cannot be calculated. */
+constexpr std::size_t formulaBytes = 64U << 10U;
+
+/** What is worked through to put values into the formulas of all settings. Formulas past it cannot be calculated. */
+constexpr std::size_t substitutionBytes = 512U << 20U;
+
+/** A setting with a pattern that exceeds one of these refuses every value (code 10). */
+constexpr std::size_t patternBytes = 2'048;
+constexpr std::size_t patternSize = 10'000; // in pieces, repetitions with a count written out
+
+/** A setting with a pattern refuses a value that exceeds one of these when it is matched (code 10). */
+constexpr std::size_t matchedBytes = 4'096;
+constexpr std::size_t matchSteps = 2'000'000;
+constexpr std::size_t matchStackBytes = 4U << 20U;
+
+} // namespace Limits
+
+} // namespace RedfishConfig

@@ -1,0 +1,183 @@
+#include "CommonProc/Limits.h"
+
+#include "CommonProc/RedfishConfigExpression/ValueSubstitution.h"
+#include "CommonProc/Registry/Registry.h"
+#include "support/LogCapture.h"
+#include "support/RegistryBuilder.h"
+
+#include <RedfishConfig/RedfishConfig.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using namespace RedfishConfig;
+using namespace RegistryTest;
+
+namespace {
+
+std::string Times(std::size_t count, const std::string& piece)
+{
+    std::string text;
+    text.reserve(count * piece.size());
+    for (; count > 0; --count) {
+        text += piece;
+    }
+    return text;
+}
+
+/** Why a registry text cannot be read; empty when it can. */
+std::string Refusal(const std::string& text)
+{
+    try {
+        Registry::Read(text);
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
+}
+
+std::string Lists(const char* key, std::size_t count)
+{
+    return std::string(R"({"RegistryEntries": {")") + key + R"(": [)" + Times(count - 1, "{},") + "{}]}}";
+}
+
+TEST(RegistryLimits, AdmitTheLongestTextAndNoLongerOne)
+{
+    std::string text = R"({"RegistryEntries": {"Attributes": []}})";
+    text.resize(Limits::registryBytes, ' ');
+    EXPECT_EQ(Refusal(text), "");
+    text += ' ';
+    EXPECT_EQ(Refusal(text), "The registry is longer than 268435456 bytes.");
+}
+
+TEST(RegistryLimits, AdmitTheDeepestNestingAndNoDeeperOne)
+{
+    const auto nested = [](std::size_t depth) {
+        return R"({"Extra": )" + Times(depth - 1, "[") + Times(depth - 1, "]") + "}";
+    };
+    EXPECT_EQ(Refusal(nested(Limits::registryDepth)), "");
+    EXPECT_NE(Refusal(nested(Limits::registryDepth + 1)), "");
+    EXPECT_NE(Refusal(Times(1000000, "[")), "");
+}
+
+TEST(RegistryLimits, AdmitTheMostAttributesAndNotOneMore)
+{
+    EXPECT_EQ(Refusal(Lists("Attributes", Limits::attributes)), "");
+    EXPECT_EQ(Refusal(Lists("Attributes", Limits::attributes + 1)), "The registry has more than 250000 attributes.");
+    EXPECT_EQ(Refusal(Lists("Attributes", 1000000)), "The registry has more than 250000 attributes.");
+}
+
+TEST(RegistryLimits, AdmitTheMostRulesAndNotOneMore)
+{
+    EXPECT_EQ(Refusal(Lists("Dependencies", Limits::rules)), "");
+    EXPECT_EQ(Refusal(Lists("Dependencies", Limits::rules + 1)), "The registry has more than 250000 rules.");
+    EXPECT_EQ(Refusal(Lists("Dependencies", 1000000)), "The registry has more than 250000 rules.");
+}
+
+TEST(RegistryLimits, AreAnsweredWithCode27AndAReasonInTheLog)
+{
+    std::string text = Lists("Attributes", Limits::attributes + 1);
+    RedfishConfigSettingManager manager(text, false, {});
+    std::map<std::string, std::string> values;
+    const LogCapture log(1);
+    EXPECT_EQ(manager.QueryGroupSettingValues(values), RESULT_HTTP_RESPONSE_PARSE_FAILED);
+    EXPECT_TRUE(log.Has(1, "The registry has more than 250000 attributes."));
+}
+
+/** Whether a rule of so many terms that hold makes its setting read only. */
+PropertyState ReadOnlyByARuleOf(std::size_t terms)
+{
+    std::vector<Term> from(terms, Term{"A", "EQU", 1, "AND"});
+    from.back().MapTerms.clear();
+    std::string text = RegistryBuilder()
+                           .Attribute("A", "Integer", {{"CurrentValue", 1}})
+                           .Attribute("B", "String")
+                           .Rule("B", "ReadOnly", true, from)
+                           .Text();
+    RedfishConfigSettingManager manager(text, false, {});
+    SettingStatus status;
+    EXPECT_EQ(manager.QuerySettingStatus("B", status), RESULT_SUCCEED);
+    return status.ReadOnly;
+}
+
+TEST(RuleLimits, AdmitTheMostTermsAndLeaveOutARuleWithOneMore)
+{
+    EXPECT_TRUE(ReadOnlyByARuleOf(Limits::termsOfRule).Value);
+    const PropertyState leftOut = ReadOnlyByARuleOf(Limits::termsOfRule + 1);
+    EXPECT_FALSE(leftOut.Value);
+    EXPECT_EQ(leftOut.Reason, "");
+}
+
+TEST(FormulaLimits, AdmitTheLongestFormulaAndCannotCalculateALongerOne)
+{
+    const auto stateFor = [](std::size_t bytes) {
+        const std::string value(bytes, 'v');
+        std::string text = RegistryBuilder()
+                               .Attribute("A", "String", {{"CurrentValue", value}})
+                               .Attribute("B", "String")
+                               .Rule("B", "ReadOnly", true, {{"A", "NEQ", " "}})
+                               .Text();
+        RedfishConfigSettingManager manager(text, false, {});
+        SettingStatus status;
+        EXPECT_EQ(manager.QuerySettingStatus("B", status), RESULT_SUCCEED);
+        return status.ReadOnly;
+    };
+    const std::size_t around = std::string("((!= ))").size();
+    const PropertyState longest = stateFor(Limits::formulaBytes - around);
+    EXPECT_TRUE(longest.Value);
+    EXPECT_EQ(longest.Reason, "the setting is read only due to the following expression: ((A!= ))");
+    const PropertyState tooLong = stateFor(Limits::formulaBytes - around + 1);
+    EXPECT_TRUE(tooLong.Value); // locked, as a safeguard
+    EXPECT_EQ(tooLong.Reason, "the setting is read only duo to dependency calculate error.");
+}
+
+TEST(FormulaLimits, EndTheGrowthOfValuesThatHoldKeys)
+{
+    RegistryBuilder registry;
+    for (char name = 'A'; name < 'Z'; ++name) {
+        const std::string next = std::string(1, static_cast<char>(name + 1)) + ".CurrentValue";
+        registry.Attribute(std::string(1, name), "String", {{"CurrentValue", Times(10, next)}}); // 10^25 in the end
+    }
+    registry.Attribute("Z", "String", {{"CurrentValue", "z"}});
+    registry.Attribute("Target", "String").Rule("Target", "Hidden", true, {{"A", "EQU", "x"}});
+    std::string text = registry.Text();
+    RedfishConfigSettingManager manager(text, false, {});
+    std::map<std::string, SettingStatus> status;
+    ASSERT_EQ(manager.QueryGroupSettingStatus(status), RESULT_SUCCEED);
+    EXPECT_EQ(status.at("Target").Hidden.Reason, "the setting is hidden duo to dependency calculate error.");
+}
+
+TEST(FormulaLimits, EndTheWorkOnManyFormulasTogether)
+{
+    // each formula alone stays within its limit
+    const std::string value = Times(2000, "B.CurrentValue,");
+    const std::map<std::string, std::string> texts{{"A.CurrentValue", value}, {"B.CurrentValue", "b"}};
+    ValueSubstitution substitution(texts);
+    std::size_t done = 0;
+    while (done < 1000000 && !substitution.Apply("(A.CurrentValue==x)").empty()) {
+        ++done;
+    }
+    EXPECT_GT(done, 100u);
+    EXPECT_LT(done, Limits::substitutionBytes / value.size());
+    EXPECT_EQ(substitution.Apply("(true==true)"), "") << "what comes later is given up too";
+    EXPECT_EQ(ValueSubstitution(texts).Apply("(true==true)"), "(true==true)") << "another object starts anew";
+}
+
+TEST(FormulaLimits, BoundTheSearchForNamesOfManyLengths)
+{
+    std::map<std::string, std::string> texts;
+    for (std::size_t length = 1; length < 4000; ++length) {
+        texts[std::string(length, 'n') + ".CurrentValue"] = "v";
+    }
+    const std::string formula = Times(4000, "n.CurrentValue").substr(0, Limits::formulaBytes);
+    ValueSubstitution substitution(texts);
+    for (int round = 0; round < 50; ++round) {
+        substitution.Apply(formula); // would be minutes if every length were tried at every place
+    }
+    EXPECT_EQ(substitution.Apply(formula), "");
+}
+
+} // namespace
