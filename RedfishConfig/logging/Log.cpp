@@ -3,6 +3,7 @@
 #include "LogLine.h"
 
 #include <iostream>
+#include <locale>
 #include <memory>
 #include <mutex>
 #include <utility>
@@ -16,6 +17,7 @@ namespace {
 void WriteToStderr(unsigned level, std::string_view file, int line, std::string_view text)
 {
     std::ostringstream whole; // one write, so that lines of several threads do not mix
+    whole.imbue(std::locale::classic());
     whole << '[' << level << "] " << file << ':' << line << ": " << text << '\n';
     std::cerr << whole.str();
 }
@@ -37,6 +39,7 @@ SinkHolder& Holder()
 Log::Log(unsigned level, const char* file, int line)
     : m_Level(level), m_IsOn(LogIsOn(level)), m_File(file), m_Line(line)
 {
+    m_Stream.imbue(std::locale::classic()); // no grouping of digits, whatever the global locale has
 }
 
 Log::~Log()

@@ -11,8 +11,8 @@ inline std::string PatchLiteral(const std::string& value)
 }
 
 /**
- * How a PATCH body carries a text: between double quotes. Nothing inside is escaped, on purpose: callers that save
- * values compare them with what they hold, and escape where they write JSON.
+ * How a PATCH body carries a text: between double quotes. Nothing inside is escaped, on purpose: callers rely
+ * on finding the value as it is between the quotes.
  */
 inline std::string PatchText(const std::string& value)
 {

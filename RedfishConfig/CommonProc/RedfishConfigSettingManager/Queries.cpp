@@ -181,7 +181,12 @@ RedfishConfigResult RedfishConfigSettingManager::QueryGroupSettingStatus(std::ma
     for (const auto& [name, setting] : m_Settings) {
         if (setting != nullptr) {
             status[name] = setting->GetStatus();
+            continue;
         }
+        RedfishConfigResult missing = MissingInCollection();
+        missing.SetSetting(name);
+        m_Errors.push_back(std::move(missing));
+        result = {RESULT_GROUP_PARTIAL_FAILURE, ResultMessages().at(RESULT_GROUP_PARTIAL_FAILURE)};
     }
     LogExit("QueryGroupSettingStatus");
     return result;

@@ -35,7 +35,7 @@ struct SettingQuery;
  * Names are matched without regard to the case of letters. No operation throws for bad input. Failures of an
  * operation on one setting:
  * - 8: the attribute's type is none of the five known ones;
- * - 13: the setting could not be generated;
+ * - 13: a setting that its rules read could not be generated; the setting itself could, and answers when asked again;
  * - 20 "Unable to find the setting NAME.": the registry has no such attribute, or the name is empty;
  * - 27: the registry text could not be read;
  * - what the setting itself answers, see RedfishConfigSetting.
@@ -89,8 +89,8 @@ public:
 
     /** @name All settings
      * The output is emptied and receives an answer by name for each setting that has one; when the settings cannot be
-     * generated it stays as it is. When one setting or more fails, a protected or write-only one included, the result
-     * is 7, and GetError() returns their results.
+     * generated it stays as it is. When one setting or more fails, a protected one included, the result is 7, and
+     * GetError() returns their results.
      * @{ */
 
     RedfishConfigResult QueryGroupSettingValues(std::map<std::string, std::string>& values);
