@@ -158,6 +158,15 @@ TEST_P(DynamicProperty, OfAnInvalidRuleIsTrue)
     }
 }
 
+TEST_P(DynamicProperty, OfAnInvalidRuleWithoutAnOutcomeIsTrue)
+{
+    PropertyExpression rule = Rule(std::nullopt, "false");
+    rule.Valid = false;
+    const Answer answer = Ask(false, rule);
+    EXPECT_TRUE(answer.Value);
+    EXPECT_EQ(answer.Reason, Is() + " due to BMC data error.");
+}
+
 TEST_P(DynamicProperty, OfARuleWithoutABooleanOutcomeIsTrue)
 {
     for (const SettingValue& mapToValue :

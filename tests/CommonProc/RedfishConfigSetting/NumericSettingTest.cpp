@@ -496,6 +496,11 @@ TEST(NumericSetting, CountsStepsAtTheEndsOf64Bits)
         {smallest, -1, "0", RESULT_SUCCEED},
         {0, -1, "-9223372036854775808", RESULT_SUCCEED},
         {0, 3, "-9223372036854775808", RESULT_NEW_VALUE_INVALID},
+        // distances that 64 signed bits cannot hold
+        {smallest, 3, "9223372036854775807", RESULT_SUCCEED},
+        {smallest, 2, "9223372036854775807", RESULT_NEW_VALUE_INVALID},
+        {largest, 5, "-9223372036854775808", RESULT_SUCCEED},
+        {largest, smallest, "-9223372036854775808", RESULT_NEW_VALUE_INVALID},
     };
     for (const auto& row : rows) {
         RedfishConfigSettingInfoStru info = NumericInfo({}, {}, row.increment);

@@ -388,6 +388,13 @@ TEST(GetSettingDescription, HasTheTitleTwiceAndTheHelpText)
     EXPECT_EQ(answer.Log, (Lines{FilterLine(4)}));
 }
 
+TEST(GetSettingDescription, TakesAnEmptyDisplayNameAsItIs)
+{
+    RedfishConfigSettingInfoStru record = Record();
+    record.DisplayName = "";
+    EXPECT_EQ(Ask(descriptionQuery, record).Text, "\n\nHelp for \n" + std::string(26, '-') + "\nHow to boot.");
+}
+
 TEST(GetSettingDescription, TakesTheNameForAMissingDisplayName)
 {
     RedfishConfigSettingInfoStru record = Record();

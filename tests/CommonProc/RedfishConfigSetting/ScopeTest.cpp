@@ -200,11 +200,17 @@ TEST(ScopeVerdict, OfContradictoryBoundsIs4AndLogged)
 TEST(ValueScope, NamesItsItemsByTheType)
 {
     const std::pair<const char*, const char*> facts[] = {
-        {"Integer", "LowerBound=0 UpperBound=255 "},       {"integer", "LowerBound=0 UpperBound=255 "},
-        {"INTEGER", "LowerBound=0 UpperBound=255 "},       {"String", "MinLength=0 MaxLength=255 "},
-        {"Password", "MinLength=0 MaxLength=255 "},        {"Enumeration", "MinLength=0 MaxLength=255 "},
-        {"Boolean", "MinLength=0 MaxLength=255 "},         {"Integer ", "MinLength=0 MaxLength=255 "},
-        {"of another kind", "MinLength=0 MaxLength=255 "}, {"", "MinLength=0 MaxLength=255 "},
+        {"Integer", "LowerBound=0 UpperBound=255 "},
+        {"integer", "LowerBound=0 UpperBound=255 "},
+        {"INTEGER", "LowerBound=0 UpperBound=255 "},
+        {"InTeGeR", "LowerBound=0 UpperBound=255 "},
+        {"String", "MinLength=0 MaxLength=255 "},
+        {"Password", "MinLength=0 MaxLength=255 "},
+        {"Enumeration", "MinLength=0 MaxLength=255 "},
+        {"Boolean", "MinLength=0 MaxLength=255 "},
+        {"Integer ", "MinLength=0 MaxLength=255 "},
+        {"of another kind", "MinLength=0 MaxLength=255 "},
+        {"", "MinLength=0 MaxLength=255 "},
     };
     for (const auto& [type, text] : facts) {
         Setting setting(Typed(type));
@@ -275,6 +281,7 @@ TEST(ValueScope, WithoutATypeFailsWithCode8)
     const LogCapture log;
     const RedfishConfigResult result = setting.GetValueScope(10, 5, scope);
     EXPECT_EQ(static_cast<int>(result), RESULT_PROPERTY_INVALID);
+    EXPECT_EQ(result.ErrorMsg(), "");
     EXPECT_EQ(result.Setting(), "");
     EXPECT_EQ(scope, "untouched");
     EXPECT_EQ(setting.m_ErrMsg, "before");
@@ -344,7 +351,9 @@ PatternAnswer Match(const std::optional<std::string>& pattern, const std::string
     answer.Value = value;
     answer.Reason = "untouched";
     const LogCapture log;
-    answer.Code = setting.BaseCheck(answer.Value, answer.Reason);
+    const RedfishConfigResult result = setting.BaseCheck(answer.Value, answer.Reason);
+    answer.Code = result;
+    EXPECT_EQ(result.ErrorMsg(), ""); // the reason goes into its own argument
     answer.Log = log.Lines();
     EXPECT_EQ(answer.Value, value); // never rewritten
     EXPECT_EQ(setting.m_ErrMsg, "");
