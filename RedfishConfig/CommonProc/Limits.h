@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cstddef>
-
-namespace RedfishConfig {
+#include <cstdint>
 
 /**
  * How much is read and worked on: far more than any real system needs, and little enough that no registry, value or
  * pattern can exhaust memory, time or the stack. What happens beyond is said at each.
  */
-namespace Limits {
+namespace RedfishConfig::Limits {
 
 /** A registry that exceeds one of these cannot be read (code 27). */
 constexpr std::size_t registryBytes = 256U << 20U;
@@ -22,8 +21,9 @@ constexpr std::size_t termsOfRule = 1'000;
 /** A formula that is longer once values are put into it cannot be calculated. */
 constexpr std::size_t formulaBytes = 64U << 10U;
 
-/** What is worked through to put values into the formulas of all settings. Formulas past it cannot be calculated. */
-constexpr std::size_t substitutionBytes = 512U << 20U;
+/** The same holds for all formulas once so much has been written, or looked through, to put values into them. */
+constexpr std::uint64_t allFormulasBytes = 1ULL << 30U;
+constexpr std::uint64_t substitutionWork = 1ULL << 33U; // in bytes
 
 /** A setting with a pattern that exceeds one of these refuses every value (code 10). */
 constexpr std::size_t patternBytes = 2'048;
@@ -34,6 +34,4 @@ constexpr std::size_t matchedBytes = 4'096;
 constexpr std::size_t matchSteps = 2'000'000;
 constexpr std::size_t matchStackBytes = 4U << 20U;
 
-} // namespace Limits
-
-} // namespace RedfishConfig
+} // namespace RedfishConfig::Limits

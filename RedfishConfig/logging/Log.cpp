@@ -18,7 +18,17 @@ void WriteToStderr(unsigned level, std::string_view file, int line, std::string_
 {
     std::ostringstream whole; // one write, so that lines of several threads do not mix
     whole.imbue(std::locale::classic());
-    whole << '[' << level << "] " << file << ':' << line << ": " << text << '\n';
+    whole << '[' << level << "] " << file << ':' << line << ": ";
+    for (const char character : text) { // a line feed in a name or value must not begin a line
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte < 0x20 || byte == 0x7f) {
+            constexpr char hexDigits[] = "0123456789abcdef";
+            whole << "\\x" << hexDigits[byte >> 4U] << hexDigits[byte & 0xfU];
+        } else {
+            whole << character;
+        }
+    }
+    whole << '\n';
     std::cerr << whole.str();
 }
 
@@ -30,7 +40,7 @@ struct SinkHolder {
 
 SinkHolder& Holder()
 {
-    static SinkHolder holder;
+    static SinkHolder& holder = *new SinkHolder; // never destroyed: static objects of callers may log to the end
     return holder;
 }
 

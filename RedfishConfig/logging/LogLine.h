@@ -19,7 +19,8 @@ extern std::atomic<unsigned> currentLogLevel;
 
 inline bool LogIsOn(unsigned level)
 {
-    return level <= currentLogLevel.load(std::memory_order_relaxed);
+    const unsigned current = currentLogLevel.load(std::memory_order_relaxed);
+    return current != 0 && level <= current;
 }
 
 /** Logs "Entering  NAME" (two blanks) now and "Exiting  NAME" at the end of the scope. */

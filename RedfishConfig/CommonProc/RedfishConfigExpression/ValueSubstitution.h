@@ -1,11 +1,13 @@
 #pragma once
 
+#include "../Limits.h"
+
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace RedfishConfig {
@@ -20,23 +22,21 @@ namespace RedfishConfig {
  * a replacement brings about, which can stand nowhere but in its text or across its ends.
  *
  * Values that hold keys could make a formula grow without end. A formula that becomes longer than Limits::formulaBytes
- * is given up and answered empty, as are all formulas once Limits::substitutionBytes have been worked through for one
- * object; an empty formula cannot be calculated.
+ * is given up and answered empty, and so are all others once one object has written Limits::allFormulasBytes or done
+ * Limits::substitutionWork. An empty formula cannot be calculated.
  */
 class ValueSubstitution {
 public:
     /** @param texts key to the text that replaces it; must outlive this object and stay as it is */
-    explicit ValueSubstitution(const std::map<std::string, std::string>& texts);
+    explicit ValueSubstitution(const std::map<std::string, std::string>& texts,
+                               std::uint64_t workLimit = Limits::substitutionWork);
 
     std::string Apply(const std::string& formula);
 
 private:
     using Entry = std::map<std::string, std::string>::value_type;
-
-    struct KeyOrder {
-        bool operator()(const Entry* left, const Entry* right) const { return left->first < right->first; }
-    };
-    using Entries = std::set<const Entry*, KeyOrder>;
+    using Rank = std::uint32_t; // of a key among all, in ascending byte order
+    using Ranks = std::set<Rank>;
 
     struct Range {
         std::size_t begin;
@@ -44,20 +44,23 @@ private:
     };
 
     bool IsWithinLimits(const std::string& text) const;
-    void AddOccurring(std::string_view text, Entries& occurring);
+    void AddOccurring(std::string_view text, Ranks& occurring);
+    void AddEndingAt(std::string_view text, const std::vector<Rank>& keys, Ranks& occurring);
     // Adds to occurring the later keys that the replacements bring about.
-    void ReplaceAll(const Entry& entry, std::string& text, Entries& occurring);
+    void ReplaceAll(Rank rank, std::string& text, Ranks& occurring);
 
     // A key is a name and what is asked of it, its tail: ".CurrentValue", " exist". Few tails make many keys, so keys
-    // are looked for where a tail stands in the formula, with each length that a name before that tail can have.
+    // are looked for where a tail stands in the formula, and from there to the left.
     struct Tail {
         std::string_view text;
-        std::vector<std::size_t> keyLengths; // ascending
+        std::vector<Rank> keys; // ordered by their bytes from the last to the first
     };
+    std::vector<const Entry*> m_Entries; // by rank
     std::vector<Tail> m_Tails;
-    std::unordered_map<std::string_view, const Entry*> m_Keys;
     std::size_t m_LongestKey = 0;
-    std::size_t m_Work = 0; // in bytes
+    std::uint64_t m_WorkLimit;
+    std::uint64_t m_Written = 0; // in bytes
+    std::uint64_t m_Work = 0;    // in bytes looked at
 };
 
 } // namespace RedfishConfig

@@ -25,7 +25,7 @@ public:
         if (++m_Steps > Limits::matchSteps) {
             throw std::runtime_error("The value takes too many steps to match the pattern.");
         }
-        const std::uintptr_t here = STACK_POSITION();
+        const auto here = STACK_POSITION();
         if ((here > m_Start ? here - m_Start : m_Start - here) > Limits::matchStackBytes) {
             throw std::runtime_error("The value is nested too deeply to match the pattern.");
         }
@@ -104,6 +104,9 @@ public:
     }
 
 private:
+    // A choice costs the matcher more of the stack than a character, and it may make many before the next one.
+    static constexpr std::size_t choiceSize = 4;
+
     void ReadPiece()
     {
         switch (m_Pattern[m_At++]) {
@@ -123,6 +126,12 @@ private:
             break;
         case '{':
             Repeat(ReadLargestCount());
+            break;
+        case '|':
+        case '?':
+        case '*':
+        case '+':
+            Add(choiceSize);
             break;
         default:
             Add(1);
