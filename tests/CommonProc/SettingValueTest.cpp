@@ -1,5 +1,7 @@
 #include <RedfishConfig/SettingValue.h>
 
+#include "support/GlobalLocale.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -401,6 +403,14 @@ TEST(HexToDec, ReadsWithAndWithoutPrefix)
     for (const auto& [text, expected] : table) {
         EXPECT_EQ(HexToDec(text), expected) << text;
     }
+}
+
+TEST(HexToDec, AndDecToHexKnowNoGroupsOfDigits)
+{
+    const RegistryTest::GlobalLocale grouping(RegistryTest::GroupingLocale());
+    EXPECT_EQ(HexToDec("0x10,000"), "16");
+    EXPECT_EQ(HexToDec("10000"), "65536");
+    EXPECT_EQ(DecToHex("1000000"), "0xf4240");
 }
 
 TEST(HexToDec, GivesZeroForATextWithoutANumber)

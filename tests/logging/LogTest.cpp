@@ -1,6 +1,9 @@
 #include <RedfishConfig/Log.h>
 
+#include "support/GlobalLocale.h"
 #include "support/LogCapture.h"
+
+#include <RedfishConfig/RedfishConfigSettingManager.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -110,6 +113,16 @@ TEST(LogLevel, CountsWhenTheLineBegins)
         SetLogLevel(0);
     }
     EXPECT_THAT(log.Lines(), ElementsAre(LogLine(4, "begun while the log was on")));
+}
+
+TEST(LogLevel, OfZeroDropsEvenLinesOfLevelZero)
+{
+    const LogCapture log(0);
+    Write(0, "dropped");
+    EXPECT_THAT(log.Lines(), IsEmpty());
+    SetLogLevel(1);
+    Write(0, "kept");
+    EXPECT_THAT(log.Lines(), ElementsAre(LogLine(0, "kept")));
 }
 
 TEST(Log, IsNotCopied)
@@ -272,6 +285,67 @@ TEST(LogSink, EmptyWritesOneLineToStandardError)
     });
     EXPECT_EQ(std::count(two.begin(), two.end(), '\n'), 2) << two;
     EXPECT_LT(two.find("one"), two.find("two")) << two;
+}
+
+TEST(LogSink, EmptyEscapesWhatWouldEndTheLine)
+{
+    const Restored restored;
+    SetLogSink({});
+    SetLogLevel(4);
+    const std::string output = StandardErrorOf([] { Write(1, "a\nb\x1b[31m\x7f\t\xc3\xa9"); });
+    EXPECT_THAT(output, HasSubstr("a\\x0ab\\x1b[31m\\x7f\\x09\xc3\xa9\n"));
+}
+
+TEST(LogSink, EmptyWritesTheLineNumberWithoutGroupsOfDigits)
+{
+    const Restored restored;
+    const RegistryTest::GlobalLocale grouping(RegistryTest::GroupingLocale());
+    SetLogSink({});
+    SetLogLevel(4);
+    const std::string output = StandardErrorOf([] { Log(1, "Source.cpp", 12345).Stream() << "text"; });
+    EXPECT_EQ(output, "[1] Source.cpp:12345: text\n");
+}
+
+/** A static object of a caller, made before the first line is logged and so destroyed after what that line made. */
+struct LogsAtTheEnd {
+    bool wanted = false;
+    ~LogsAtTheEnd()
+    {
+        if (wanted) {
+            Write(1, "at the very end");
+        }
+    }
+} logsAtTheEnd;
+
+TEST(LogSinkDeathTest, WorksUntilTheProcessEnds)
+{
+    const std::string style = GTEST_FLAG_GET(death_test_style);
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            SetLogLevel(1);
+            logsAtTheEnd.wanted = true;
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "at the very end");
+    GTEST_FLAG_SET(death_test_style, style);
+}
+
+TEST(LogSink, IsToldWhereTheLibraryLogsALine)
+{
+    const Restored restored;
+    std::vector<std::pair<std::string, int>> places;
+    SetLogSink([&](unsigned, std::string_view file, int line, std::string_view) { places.emplace_back(file, line); });
+    SetLogLevel(4);
+    std::string registry = "{}";
+    RedfishConfigSettingManager manager(registry, false, {});
+    std::string value;
+    manager.QuerySettingValue("A", value);
+    ASSERT_FALSE(places.empty());
+    for (const auto& [file, line] : places) {
+        EXPECT_EQ(file.rfind("RedfishConfig/", 0), 0U) << file; // from the source tree's root
+        EXPECT_GT(line, 0);
+    }
 }
 
 TEST(LogSink, EmptyWritesNothingForDroppedLines)

@@ -98,7 +98,7 @@ TEST(ResultMessages, HasNothingForTheNumbersThatAreNoCodes)
     }
 }
 
-TEST(ResultMessages, IsOneTableThatIsFilledAtLoadTimeAndReadOnly)
+TEST(ResultMessages, IsOneReadOnlyTableThatStaticObjectsMayUse)
 {
     static_assert(std::is_same_v<decltype(ResultMessages()), const std::map<int, std::string>&>);
     EXPECT_EQ(&ResultMessages(), &ResultMessages());

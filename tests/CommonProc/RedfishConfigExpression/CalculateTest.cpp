@@ -266,6 +266,18 @@ std::string Outcome(const std::string& formula)
 
 } // namespace Plain
 
+TEST(TransferStringToOptionalVar, AnswersFalseWhenMemoryRunsOut)
+{
+    SettingValue value = SettingAlternative(std::string("short"));
+    const std::string longText(100, 'x');
+    allocationsUntilFailure = 1;
+    const bool converted = TransferStringToOptionalVar(value, longText);
+    const bool failed = allocationsUntilFailure == 0;
+    allocationsUntilFailure = 0;
+    EXPECT_TRUE(failed);
+    EXPECT_FALSE(converted);
+}
+
 } // namespace
 
 TEST(Calculate, TakesATruthTextInAnyLetterCase)

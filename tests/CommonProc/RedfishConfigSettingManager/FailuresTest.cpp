@@ -124,6 +124,18 @@ TEST(AllSettings, GoByTheFirstSpellingOfANameThatStandsTwice)
     EXPECT_THAT(status, ElementsAre(Key("Fan")));
 }
 
+TEST(AllSettings, AreLoggedByTheFirstSpellingOfANameThatStandsTwice)
+{
+    RegistryBuilder registry;
+    registry.Attribute("Fan", "String").Attribute("FAN", "String");
+    RedfishConfigSettingManager manager = ManagerOf(registry.Text());
+    const LogCapture log;
+    std::map<std::string, SettingStatus> status;
+    EXPECT_EQ(manager.QueryGroupSettingStatus(status), RESULT_SUCCEED);
+    EXPECT_EQ(log.Count(4, "Replace the property values in expression for Fan"), 1u);
+    EXPECT_EQ(log.Count(4, "Replace the property values in expression for FAN"), 0u);
+}
+
 TEST(AllSettings, GiveTheirPropertiesWithoutAnExitLine)
 {
     RedfishConfigSettingManager manager = ManagerOf(RegistryBuilder().Attribute("A", "String").Text());
