@@ -10,12 +10,21 @@
 
 namespace RedfishConfig {
 
+namespace {
+
+void LogUpdate()
+{
+    LOG_LINE(LogTrace) << "Enter RedfishConfigSettingManager::UpdateSettingValue()";
+}
+
+} // namespace
+
 RedfishConfigResult RedfishConfigSettingManager::ParseResponseAndGenerateSetting(const std::string& name)
 {
     LOG_LINE(LogTrace) << "Enter RedfishConfigSettingManager::ParseResponseAndGenerateSetting() for setting:" << name;
     RedfishConfigResult result = GenerateSetting(name);
     if (result == RESULT_SUCCEED) {
-        UpdateSettingValue(m_CurrentValues);
+        ApplyCurrentValues();
         LOG_LINE(LogTrace) << "Exit RedfishConfigSettingManager::ParseResponseAndGenerateSetting() with ret="
                            << static_cast<int>(result);
     } else {
@@ -167,6 +176,7 @@ bool RedfishConfigSettingManager::StoreSetting(const RedfishConfigSettingInfoStr
     }
     RedfishConfigSettingInfoStru record = attribute;
     // Of two names that differ in letter case alone, the first stays the key and the later setting replaces the other.
+    ++*m_Changes;
     m_Settings[*attribute.AttributeName] = (this->*factory->second)(record, m_Options);
     return true;
 }
@@ -216,9 +226,20 @@ RedfishConfigSettingManager::createPasswordSetting(RedfishConfigSettingInfoStru&
     return CreateSetting<RedfishConfigPasswordSetting>("createPasswordSetting", record, options);
 }
 
+void RedfishConfigSettingManager::ApplyCurrentValues()
+{
+    if (m_ChangesWhenApplied == *m_Changes && !LogIsOn(LogDetail)) { // each application shows in a detailed log
+        LogUpdate();
+        return;
+    }
+    UpdateSettingValue(m_CurrentValues);
+    m_ChangesWhenApplied = *m_Changes;
+}
+
 void RedfishConfigSettingManager::UpdateSettingValue(const SettingValueMap& currentValues)
 {
-    LOG_LINE(LogTrace) << "Enter RedfishConfigSettingManager::UpdateSettingValue()";
+    LogUpdate();
+    ++*m_Changes;
     std::map<std::string, std::string> texts; // of all settings; of two with the same key the first is kept
     for (const auto& [name, setting] : m_Settings) {
         if (setting == nullptr) {

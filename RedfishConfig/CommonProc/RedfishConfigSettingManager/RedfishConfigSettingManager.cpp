@@ -10,13 +10,17 @@ namespace RedfishConfig {
 
 RedfishConfigSettingManager::RedfishConfigSettingManager(std::string& registry, SettingValueMap& currentValues,
                                                          const bool& cfc, const Config_Options& options)
-    : m_RegistryText(registry), m_CurrentValues(currentValues), m_CFCFlag(cfc), m_Options(options)
+    : m_RegistryText(registry),
+      m_CurrentValues(currentValues),
+      m_CFCFlag(cfc),
+      m_Options(options),
+      m_Changes(std::make_shared<std::uint64_t>(0))
 {
 }
 
 RedfishConfigSettingManager::RedfishConfigSettingManager(std::string& registry, const bool& cfc,
                                                          const Config_Options& options)
-    : m_RegistryText(registry), m_CFCFlag(cfc), m_Options(options)
+    : m_RegistryText(registry), m_CFCFlag(cfc), m_Options(options), m_Changes(std::make_shared<std::uint64_t>(0))
 {
 }
 

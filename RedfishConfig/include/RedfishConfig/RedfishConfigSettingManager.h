@@ -12,6 +12,7 @@
 #include <RedfishConfig/RedfishConfigSettingInfo.h>
 #include <RedfishConfig/SettingValue.h>
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -198,6 +199,8 @@ private:
     RedfishConfigResult GenerateAllSetting();
     RedfishConfigResult GenerateSpecifySetting(const std::pair<std::string, std::vector<std::string>>& settings);
     RedfishConfigResult GenerateSingleSetting(const std::string& name);
+    // Applies the manager's own values, unless the settings have them already.
+    void ApplyCurrentValues();
     void GetGroupName(const std::string& menuPath);
     // Makes the attribute's setting by the factory of its type. False when the type is none of the known ones.
     bool StoreSetting(const RedfishConfigSettingInfoStru& attribute);
@@ -241,6 +244,8 @@ private:
     Config_Options m_Options;
     std::map<std::string, std::vector<std::string>> m_Groups; // menu to its sub-menus, in first-seen order
     RedfishConfigExpression m_Expression;                     // also keeps the registry as parsed
+    std::shared_ptr<std::uint64_t> m_Changes; // counts changes to settings; shared with copies, as the settings are
+    std::uint64_t m_ChangesWhenApplied = 0;   // of the time when the settings got the manager's own values
 };
 
 } // namespace RedfishConfig
