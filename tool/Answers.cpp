@@ -55,7 +55,7 @@ ExitCode RunQuestion(System& system, const Selection& selection, const AnswerSha
         }
     }
     if (selection.All) {
-        ComplainByReason(answers, output);
+        ComplainByReason(answers, "not answered", output);
     } else {
         ComplainOfEach(answers, system, output);
     }

@@ -205,7 +205,7 @@ ExitCode Run(const Request& request, const Presentation& presentation, std::ostr
         for (const std::string& remark : values.Remarks) {
             output.Complain(remark);
         }
-        const Secrets secrets(registry.Document, values.Values);
+        Secrets secrets(registry.Document, values.Values);
         const Trace trace(request.TraceLevel, err, secrets);
         System system(std::move(registry), values.Values, request.Options, secrets);
         WarnOfForeignValues(request.Values, values.Values, system, output);
@@ -236,7 +236,7 @@ ExitCode RunTool(const std::vector<std::string>& arguments, const Environment& e
     if (request.Registry.empty()) {
         return WrongUsage(err, "no registry: give --registry FILE or set REDFISHCONFIG_REGISTRY");
     }
-    const Presentation presentation{request.Json, environment.Colour, environment.Width};
+    const Presentation presentation{request.Json, environment.Colour, environment.Width, environment.Terminal};
     return Run(request, presentation, out, err);
 }
 

@@ -15,6 +15,7 @@ struct Environment {
     std::string Values;   ///< the same for the values
     bool Colour = false;
     std::size_t Width = 80; ///< of the terminal, in characters
+    bool Terminal = false;  ///< whether stdout is a terminal
 };
 
 /**

@@ -30,6 +30,8 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     Fail(file, std::generic_category().message(errno));
 }
 
+} // namespace
+
 std::string ReadText(const std::string& file)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(file.c_str(), "rb"), std::fclose);
@@ -51,11 +53,10 @@ std::string ReadText(const std::string& file)
     if (text.compare(0, byteOrderMark.size(), byteOrderMark) == 0) {
         text.erase(0, byteOrderMark.size()); // some editors put it before a file; JSON has no place for it
     }
-    if (text.find_first_not_of(" \t\r\n") == std::string::npos) {
-        Fail(file, "the file is empty");
-    }
     return text;
 }
+
+namespace {
 
 /** "line 3, column 14" of the byte at @p offset, both counted from 1. */
 std::string Place(std::string_view text, std::size_t offset)
@@ -66,8 +67,13 @@ std::string Place(std::string_view text, std::size_t offset)
     return "line " + std::to_string(line) + ", column " + std::to_string(before.size() - lineBegin + 1);
 }
 
-json::value Parse(const std::string& file, const std::string& text)
+} // namespace
+
+json::value ParseJson(const std::string& file, const std::string& text)
 {
+    if (text.find_first_not_of(" \t\r\n") == std::string::npos) {
+        Fail(file, "the file is empty");
+    }
     json::parser parser;
     json::error_code error;
     const std::size_t read = parser.write_some(text.data(), text.size(), error);
@@ -80,6 +86,8 @@ json::value Parse(const std::string& file, const std::string& text)
     return parser.release();
 }
 
+namespace {
+
 const json::object& RootObject(const std::string& file, const json::value& document)
 {
     if (!document.is_object()) {
@@ -88,7 +96,8 @@ const json::object& RootObject(const std::string& file, const json::value& docum
     return document.get_object();
 }
 
-/** The value as a setting holds it; nothing for what no setting can hold. */
+} // namespace
+
 std::optional<RedfishConfig::SettingAlternative> ReadValue(const json::value& value)
 {
     if (const json::string* text = value.if_string()) {
@@ -110,8 +119,13 @@ const char* KindOf(const json::value& value)
     if (value.is_object()) {
         return "an object";
     }
+    if (value.is_null()) {
+        return "null";
+    }
     return value.is_uint64() ? "a number that does not fit 64 signed bits" : "not a whole number of 64 signed bits";
 }
+
+namespace {
 
 std::string Remark(const std::string& file, const std::string& name, const json::value& value)
 {
@@ -123,7 +137,7 @@ std::string Remark(const std::string& file, const std::string& name, const json:
 RegistryInput ReadRegistry(const std::string& file)
 {
     RegistryInput input{file, ReadText(file), {}};
-    input.Document = Parse(file, input.Text);
+    input.Document = ParseJson(file, input.Text);
     const json::value* entries = RootObject(file, input.Document).if_contains("RegistryEntries");
     if (entries == nullptr || !entries->is_object()) {
         Fail(file, R"(not an attribute registry: it has no object "RegistryEntries")");
@@ -137,7 +151,7 @@ RegistryInput ReadRegistry(const std::string& file)
 
 ValuesInput ReadValues(const std::string& file)
 {
-    const json::value document = Parse(file, ReadText(file));
+    const json::value document = ParseJson(file, ReadText(file));
     const json::object& root = RootObject(file, document);
     if (root.contains("RegistryEntries")) {
         Fail(file, "an attribute registry, not the values of a system");

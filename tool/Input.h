@@ -5,6 +5,7 @@
 #include <boost/json/value.hpp>
 
 #include <cstddef>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -31,6 +32,21 @@ struct ValuesInput {
     RedfishConfig::SettingValueMap Values;
     std::vector<std::string> Remarks; ///< what was left out, a line each
 };
+
+/** The text of a file, without a byte-order mark. @throws InputError when it cannot be read or is larger. */
+std::string ReadText(const std::string& file);
+
+/** @param file only named in complaints. @throws InputError when the text is not JSON. */
+boost::json::value ParseJson(const std::string& file, const std::string& text);
+
+/**
+ * A value of a file as a setting holds it; nothing for what no setting can hold: null, a list, an object, a number that
+ * is not whole or does not fit 64 signed bits.
+ */
+std::optional<RedfishConfig::SettingAlternative> ReadValue(const boost::json::value& value);
+
+/** What such a value is instead, for a complaint: "a list". */
+const char* KindOf(const boost::json::value& value);
 
 /** @throws InputError when the file cannot be read or is no attribute registry. */
 RegistryInput ReadRegistry(const std::string& file);

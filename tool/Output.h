@@ -16,6 +16,7 @@ struct Presentation {
     bool Json = false;
     bool Colour = false;
     std::size_t Width = 80; ///< of the terminal, in characters
+    bool Terminal = false;  ///< whether answers go to a screen, which no password may reach
 };
 
 /** Where a command writes to: its answers as it goes, its complaints for when the answers are out. */
@@ -27,6 +28,7 @@ public:
     const Style& Paint() const { return m_Style; }
     std::size_t Width() const { return m_Presentation.Width; }
     bool Json() const { return m_Presentation.Json; }
+    bool Terminal() const { return m_Presentation.Terminal; }
 
     /** Writes a JSON answer. */
     void Write(const boost::json::value& answer);

@@ -28,7 +28,7 @@ std::vector<std::string> Suggestions(const Answer& answer, const System& system)
 /** The message, with the setting's name before it when it does not tell it. */
 std::string Sentence(const Answer& answer)
 {
-    const std::string& message = answer.Result.ErrorMsg();
+    const std::string message = ReplaceAll(answer.Result.ErrorMsg(), "\n", " "); // some have two lines
     return message.find(answer.Name) != std::string::npos ? message : answer.Name + ": " + message;
 }
 
@@ -56,7 +56,7 @@ void ComplainOfEach(const std::vector<Answer>& answers, const System& system, Ou
     }
 }
 
-void ComplainByReason(const std::vector<Answer>& answers, Output& output)
+void ComplainByReason(const std::vector<Answer>& answers, const char* what, Output& output)
 {
     std::vector<std::string> reasons; // as first met
     std::map<std::string, std::vector<const Answer*>> refused;
@@ -75,7 +75,7 @@ void ComplainByReason(const std::vector<Answer>& answers, Output& output)
             output.Complain(Sentence(*sharing.front()));
             continue;
         }
-        std::string line = Counted(sharing.size(), "setting") + " not answered (" + reason + ")";
+        std::string line = Counted(sharing.size(), "setting") + " " + what + " (" + reason + ")";
         const char* separator = ": ";
         for (const Answer* answer : sharing) {
             line += separator + answer->Name;

@@ -17,8 +17,12 @@ std::string ReasonOf(const Answer& answer);
 /** Complains about each answer that is a failure; a name that is not found gets the nearest ones. */
 void ComplainOfEach(const std::vector<Answer>& answers, const System& system, Output& output);
 
-/** The same in one line for each reason, for a question to all settings, where many share a reason. */
-void ComplainByReason(const std::vector<Answer>& answers, Output& output);
+/**
+ * The same in one line for each reason, for a question to all settings, where many share a reason.
+ *
+ * @param what what became of them: "not answered"
+ */
+void ComplainByReason(const std::vector<Answer>& answers, const char* what, Output& output);
 
 /** The failures as JSON: "name", "code", "message", and "suggestions" for a name that is not found. */
 boost::json::array RefusalsToJson(const std::vector<Answer>& answers, const System& system);

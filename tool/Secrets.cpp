@@ -79,6 +79,19 @@ Secrets::Secrets(const json::value& registry, const RedfishConfig::SettingValueM
     if (!m_Names.empty()) {
         AddRules(entries);
     }
+    SortTexts();
+}
+
+void Secrets::Add(const std::string& password)
+{
+    if (!password.empty()) {
+        m_Folded.push_back(Fold(password));
+        SortTexts();
+    }
+}
+
+void Secrets::SortTexts()
+{
     std::sort(m_Folded.begin(), m_Folded.end(), [](const std::string& left, const std::string& right) {
         return left.size() != right.size() ? left.size() > right.size() : left < right;
     });

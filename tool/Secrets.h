@@ -25,6 +25,9 @@ class Secrets {
 public:
     Secrets(const boost::json::value& registry, const RedfishConfig::SettingValueMap& values);
 
+    /** Adds a password that somebody wants to set. */
+    void Add(const std::string& password);
+
     /**
      * For a reason that the library gives, where rules stand in the form (NAME==VALUE): covers the value that a
      * password is compared with.
@@ -43,6 +46,7 @@ private:
     bool IsPassword(const boost::json::object& object, const char* key) const;
     void AddTest(const std::string& name, const boost::json::value* value);
     void AddText(const boost::json::value* value);
+    void SortTexts();
 
     std::set<std::string, RedfishConfig::CaseInsensitiveComparator> m_Names; // of the password settings
     std::vector<std::string> m_Folded;                        // the texts in lower case, the longest first

@@ -46,6 +46,18 @@ Manager MakeManager(RegistryInput& registry, RedfishConfig::SettingValueMap& val
     return {registry.Text, values, false, libraryOptions};
 }
 
+json::object ReadIdentity(const json::value& registry)
+{
+    json::object identity;
+    for (const char* key : {"Id", "Language", "RegistryVersion"}) {
+        const json::value* member = registry.as_object().if_contains(key);
+        if (member != nullptr && member->is_string()) {
+            identity[key] = *member;
+        }
+    }
+    return identity;
+}
+
 /** The first position of each name in the registry's list. */
 ByName<std::size_t> FindPositions(const json::value& registry)
 {
@@ -64,9 +76,10 @@ ByName<std::size_t> FindPositions(const json::value& registry)
 } // namespace
 
 System::System(RegistryInput registry, RedfishConfig::SettingValueMap values, const SystemOptions& options,
-               const Secrets& secrets)
+               Secrets& secrets)
     : m_Options(options),
       m_Secrets(secrets),
+      m_Identity(ReadIdentity(registry.Document)),
       m_Menus(registry.Document),
       m_Manager(MakeManager(registry, values, options))
 {
@@ -135,11 +148,17 @@ void System::Complete(const Question& question, Answer& answer) const
     }
 }
 
-Answer System::Ask(const Question& question, const std::string& name)
+Answer System::AnswerAbout(const std::string& name) const
 {
     Answer answer;
     answer.Name = name;
     answer.Subject = Find(name);
+    return answer;
+}
+
+Answer System::Ask(const Question& question, const std::string& name)
+{
+    Answer answer = AnswerAbout(name);
     answer.Result = (m_Manager.*question.One)(name, answer.Text);
     if (answer.Ok() && answer.Subject == nullptr) {
         answer.Result = RedfishConfig::RESULT_INTERNAL_ERROR;
@@ -179,6 +198,53 @@ std::vector<Answer> System::AskAll(const Question& question)
         answers.push_back(std::move(answer));
     }
     return answers;
+}
+
+void System::ConcealNewValue(Answer& answer, const std::string& value) const
+{
+    std::string message = answer.Result.ErrorMsg();
+    const std::string telling = "New value " + value + " is invalid: ";
+    if (answer.Subject != nullptr && answer.Subject->IsPassword() && message.compare(0, telling.size(), telling) == 0) {
+        message.replace(0, telling.size(), "The new value of " + answer.Name + " is invalid: ");
+    }
+    answer.Result.SetErrorMsg(m_Secrets.ConcealInReason(std::move(message)));
+}
+
+Answer System::PreparePatch(const std::string& name, const std::string& value, RedfishConfig::filterAction action)
+{
+    Answer answer = AnswerAbout(name);
+    if (answer.Subject != nullptr && answer.Subject->IsPassword()) {
+        KeepSecret(value); // before the library logs it
+    }
+    answer.Result = WithMessage(m_Manager.PreparePatchContext(name, value, answer.Text, action));
+    ConcealNewValue(answer, value);
+    return answer;
+}
+
+Answer System::PrepareDefault(const std::string& name)
+{
+    Answer answer = AnswerAbout(name);
+    std::string defaultValue;
+    answer.Result = WithMessage(m_Manager.PrepareLoadDefaultValue(name, defaultValue, answer.Text));
+    ConcealNewValue(answer, defaultValue);
+    return answer;
+}
+
+std::map<std::string, std::string> System::SaveValues(RedfishConfig::filterAction action)
+{
+    std::map<std::string, std::string> values;
+    m_Manager.FetchSaveSettingValues(values, action);
+    return values;
+}
+
+System::Restored System::Restore(std::map<std::string, std::string> saved, bool withSystemUnique)
+{
+    Restored restored;
+    m_Manager.FetchRestoreSettingValues(saved, restored.PatchTexts, restored.Errors, withSystemUnique);
+    for (auto& [name, reason] : restored.Errors) {
+        reason = m_Secrets.ConcealInReason(reason);
+    }
+    return restored;
 }
 
 SettingStatus System::Conceal(SettingStatus status) const

@@ -6,6 +6,8 @@
 
 #include <RedfishConfig/RedfishConfigSettingManager.h>
 
+#include <boost/json/object.hpp>
+
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -65,7 +67,7 @@ class System {
 public:
     /** @throws InputError when the library cannot read the registry. */
     System(RegistryInput registry, RedfishConfig::SettingValueMap values, const SystemOptions& options,
-           const Secrets& secrets);
+           Secrets& secrets);
 
     /** All settings: in menu order where the registry describes menus, else as the registry has them. */
     const std::vector<Setting>& Settings() const { return m_Settings; }
@@ -77,6 +79,28 @@ public:
 
     /** The answers for Settings(), in the same order. */
     std::vector<Answer> AskAll(const Question& question);
+
+    /** The PATCH value text for a new value. A password stands in no message. */
+    Answer PreparePatch(const std::string& name, const std::string& value, RedfishConfig::filterAction action);
+
+    /** The PATCH value text that sets a setting back to its default. */
+    Answer PrepareDefault(const std::string& name);
+
+    /** The plain values worth saving, by name; which settings take part is for @p action to say. */
+    std::map<std::string, std::string> SaveValues(RedfishConfig::filterAction action);
+
+    /** What restoring a saved value comes to. */
+    struct Restored {
+        std::map<std::string, std::string> PatchTexts; ///< by the settings' own names
+        std::map<std::string, std::string> Errors;     ///< why not, by the names as saved
+    };
+    Restored Restore(std::map<std::string, std::string> saved, bool withSystemUnique);
+
+    /** Keeps a password that somebody wants to set out of everything that is printed. */
+    void KeepSecret(const std::string& password) { m_Secrets.Add(password); }
+
+    /** The registry's own "Id", "Language" and "RegistryVersion", those that it has. */
+    const boost::json::object& Identity() const { return m_Identity; }
 
     /** The dynamic properties of a setting of Settings(). */
     RedfishConfig::SettingStatus StatusOf(const Setting& setting);
@@ -93,10 +117,13 @@ public:
 private:
     void SortSettings(const boost::json::value& registry);
     void Complete(const Question& question, Answer& answer) const;
+    Answer AnswerAbout(const std::string& name) const;
+    void ConcealNewValue(Answer& answer, const std::string& value) const;
     RedfishConfig::SettingStatus Conceal(RedfishConfig::SettingStatus status) const;
 
     SystemOptions m_Options;
-    const Secrets& m_Secrets;
+    Secrets& m_Secrets;
+    boost::json::object m_Identity;
     MenuTree m_Menus;
     RedfishConfig::RedfishConfigSettingManager m_Manager;
     std::vector<Setting> m_Settings;

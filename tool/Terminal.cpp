@@ -20,9 +20,14 @@ std::string_view Variable(const char* name)
 
 } // namespace
 
+bool StdoutIsTerminal()
+{
+    return isatty(STDOUT_FILENO) == 1;
+}
+
 bool WantsColour()
 {
-    return isatty(STDOUT_FILENO) == 1 && Variable("NO_COLOR").empty() && Variable("TERM") != "dumb";
+    return StdoutIsTerminal() && Variable("NO_COLOR").empty() && Variable("TERM") != "dumb";
 }
 
 std::size_t TerminalWidth()

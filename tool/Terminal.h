@@ -4,6 +4,9 @@
 
 namespace RedfishConfigTool {
 
+/** Whether stdout is a terminal. */
+bool StdoutIsTerminal();
+
 /** Whether colours are wanted on stdout: it is a terminal that knows them, and NO_COLOR is unset or empty. */
 bool WantsColour();
 

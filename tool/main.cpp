@@ -24,7 +24,7 @@ int Run(int count, char** arguments)
     StandardOutput buffer;
     std::ostream out(&buffer);
     const Environment environment{Variable("REDFISHCONFIG_REGISTRY"), Variable("REDFISHCONFIG_VALUES"), WantsColour(),
-                                  TerminalWidth()};
+                                  TerminalWidth(), StdoutIsTerminal()};
     const ExitCode code = RunTool({arguments + (count > 0 ? 1 : 0), arguments + count}, environment, out, std::cerr);
     if (buffer.Error() != 0 && buffer.Error() != EPIPE) {
         std::cerr << "redfishconfig: cannot write the answer: " << std::generic_category().message(buffer.Error())

@@ -26,6 +26,24 @@ const std::vector<Command> commands{
      "redfishconfig groups\n"
      "redfishconfig groups --json",
      AttachGroups},
+    {"set", "Print the PATCH body for new values",
+     "redfishconfig set BootMode=Legacy QuietBoot=true\n"
+     "redfishconfig set --from changes.txt --partial\n"
+     "redfishconfig set AdminPassword=@secret.txt > body.json",
+     AttachSet},
+    {"reset", "Print the PATCH body that sets back to defaults",
+     "redfishconfig reset BootMode\n"
+     "redfishconfig reset --all",
+     AttachReset},
+    {"save", "Save the values that another system could take over",
+     "redfishconfig save -o system.json\n"
+     "redfishconfig save --with-unique --verbose",
+     AttachSave},
+    {"restore", "Print the PATCH body that restores saved values",
+     "redfishconfig restore system.json\n"
+     "redfishconfig restore --full --with-unique system.json",
+     AttachRestore},
+    {"compare", "Show where saved values differ from this system", "redfishconfig compare system.json", AttachCompare},
 };
 
 } // namespace RedfishConfigTool

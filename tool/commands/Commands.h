@@ -65,4 +65,43 @@ Runner AttachDescribe(CLI::App& command);
 ExitCode RunGroups(System& system, Output& output);
 Runner AttachGroups(CLI::App& command);
 
+struct SetOptions {
+    std::vector<std::string> Assignments; ///< NAME=VALUE
+    std::string From;                     ///< a file of further ones; empty for none
+    bool Partial = false;                 ///< the accepted ones although others are refused
+};
+
+/** The PATCH body for new values. */
+ExitCode RunSet(System& system, const SetOptions& options, Output& output);
+Runner AttachSet(CLI::App& command);
+
+/** The PATCH body that sets settings back to their defaults. */
+ExitCode RunReset(System& system, const Selection& selection, Output& output);
+Runner AttachReset(CLI::App& command);
+
+struct SaveOptions {
+    std::string File;        ///< empty for stdout
+    bool Force = false;      ///< the file may be replaced
+    bool WithUnique = false; ///< what belongs to one system too
+    bool Verbose = false;    ///< say which settings are left out
+};
+
+/** The values worth saving, as a document. */
+ExitCode RunSave(System& system, const SaveOptions& options, Output& output);
+Runner AttachSave(CLI::App& command);
+
+struct RestoreOptions {
+    std::string File;
+    bool WithUnique = false; ///< what belongs to one system too
+    bool Full = false;       ///< what is already so too
+};
+
+/** The PATCH body that restores a saved system. */
+ExitCode RunRestore(System& system, const RestoreOptions& options, Output& output);
+Runner AttachRestore(CLI::App& command);
+
+/** What differs between a file's values and the system's. */
+ExitCode RunCompare(System& system, const std::string& file, Output& output);
+Runner AttachCompare(CLI::App& command);
+
 } // namespace RedfishConfigTool

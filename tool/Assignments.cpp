@@ -1,0 +1,146 @@
+#include "Assignments.h"
+
+#include "Selection.h"
+#include "Text.h"
+#include "TypedValue.h"
+
+#include <boost/json/object.hpp>
+
+#include <charconv>
+#include <cstdint>
+#include <set>
+#include <sstream>
+#include <utility>
+
+namespace RedfishConfigTool {
+
+namespace json = boost::json;
+
+namespace {
+
+using Names = std::set<std::string, RedfishConfig::CaseInsensitiveComparator>;
+
+/** Nothing for a text without a name or without "=". */
+std::optional<Assignment> Split(const std::string& text)
+{
+    const std::size_t sign = text.find('=');
+    if (sign == std::string::npos || sign == 0) {
+        return std::nullopt;
+    }
+    return Assignment{text.substr(0, sign), text.substr(sign + 1), ""};
+}
+
+std::vector<Assignment> ReadLines(const std::string& file, const std::string& text)
+{
+    std::vector<Assignment> assignments;
+    Names names;
+    std::istringstream lines(text);
+    std::string line;
+    for (std::size_t number = 1; std::getline(lines, line); ++number) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        if (line.empty() || line[0] == '#') {
+            continue;
+        }
+        std::optional<Assignment> assignment = Split(line);
+        const std::string place = file + ": line " + std::to_string(number);
+        if (!assignment) {
+            throw InputError(place + " is not NAME=VALUE");
+        }
+        if (!names.insert(assignment->Name).second) {
+            throw InputError(place + " names " + assignment->Name + " a second time");
+        }
+        assignments.push_back(std::move(*assignment));
+    }
+    return assignments;
+}
+
+std::string WithoutLastLineFeed(std::string text)
+{
+    for (const char end : {'\n', '\r'}) {
+        if (!text.empty() && text.back() == end) {
+            text.pop_back();
+        }
+    }
+    return text;
+}
+
+/** The number of "0x1f" in decimal; digits beyond 63 bits are those that --hex shows for negative numbers. */
+std::optional<std::string> Decimal(const std::string& hexadecimal)
+{
+    std::uint64_t bits = 0;
+    const char* const end = hexadecimal.data() + hexadecimal.size();
+    const auto [stop, error] = std::from_chars(hexadecimal.data() + 2, end, bits, 16);
+    return error == std::errc() && stop == end ? std::optional(std::to_string(static_cast<std::int64_t>(bits)))
+                                               : std::nullopt;
+}
+
+} // namespace
+
+std::vector<Assignment> ParseAssignments(const std::vector<std::string>& arguments)
+{
+    std::vector<Assignment> assignments;
+    Names names;
+    bool readsInput = false;
+    for (const std::string& argument : arguments) {
+        std::optional<Assignment> assignment = Split(argument);
+        if (!assignment) {
+            throw UsageError("set: argument " + std::to_string(assignments.size() + 1) + " is not NAME=VALUE");
+        }
+        if (!names.insert(assignment->Name).second) {
+            throw UsageError("set: " + assignment->Name + " stands there twice");
+        }
+        if (assignment->Value == "-" && std::exchange(readsInput, true)) {
+            throw UsageError("set: only one value can be read from standard input");
+        }
+        assignments.push_back(std::move(*assignment));
+    }
+    return assignments;
+}
+
+std::vector<Assignment> ToAssignments(const json::object& values)
+{
+    std::vector<Assignment> assignments;
+    for (const auto& [key, value] : values) {
+        const auto read = ReadValue(value);
+        assignments.push_back({std::string(key), read ? std::optional(PlainText(*read)) : std::nullopt,
+                               read ? "" : std::string("its value is ") + KindOf(value)});
+    }
+    return assignments;
+}
+
+std::vector<Assignment> ReadAssignments(const std::string& file)
+{
+    const std::string text = ReadText(file);
+    const std::size_t begin = text.find_first_not_of(" \t\r\n");
+    if (begin == std::string::npos || text[begin] != '{') {
+        return ReadLines(file, text);
+    }
+    const json::value document = ParseJson(file, text);
+    const json::value* attributes = document.as_object().if_contains("Attributes");
+    return ToAssignments(attributes != nullptr && attributes->is_object() ? attributes->get_object()
+                                                                          : document.get_object());
+}
+
+std::string ValueToCheck(const Assignment& assignment, const System& system)
+{
+    const std::string& value = *assignment.Value;
+    const Setting* setting = system.Find(assignment.Name);
+    if (setting == nullptr) {
+        return value;
+    }
+    if (setting->IsPassword() && value == "-") {
+        return WithoutLastLineFeed(ReadText("/dev/stdin"));
+    }
+    if (setting->IsPassword() && value.size() > 1 && value[0] == '@') {
+        return WithoutLastLineFeed(ReadText(value.substr(1)));
+    }
+    if (system.Options().Hex && EqualsIgnoringCase(*setting->Record.Type, "Integer") &&
+        RedfishConfig::isHexString(value)) {
+        return Decimal(value).value_or(value);
+    }
+    return value;
+}
+
+} // namespace RedfishConfigTool

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "System.h"
+
+#include <boost/json/value.hpp>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace RedfishConfigTool {
+
+/** A new value for a setting, as somebody wrote it. */
+struct Assignment {
+    std::string Name;
+    std::optional<std::string> Value; ///< nothing for what no setting can hold, see Defect
+    std::string Defect;               ///< why there is no value
+};
+
+/**
+ * Splits NAME=VALUE arguments at their first "=". No complaint repeats an argument: it may hold a password.
+ *
+ * @throws UsageError for an argument without a name or "=", or a name that stands twice.
+ */
+std::vector<Assignment> ParseAssignments(const std::vector<std::string>& arguments);
+
+/**
+ * Reads a file of NAME=VALUE lines, in which empty lines and those that begin with # do not count, or a JSON object of
+ * names and values, or a Bios resource with such an object in "Attributes".
+ *
+ * @throws InputError when the file cannot be read, or a line is none or names a setting a second time.
+ */
+std::vector<Assignment> ReadAssignments(const std::string& file);
+
+/** The members of a JSON object as assignments; null, lists and the like as defects. */
+std::vector<Assignment> ToAssignments(const boost::json::object& values);
+
+/**
+ * What the library is to check for an assignment: the value as written, but
+ * - for a password, @FILE stands for the text of a file and - for that of standard input, without one line feed at the
+ *   end,
+ * - for an Integer under --hex, 0x... stands for the number, as --hex shows it.
+ *
+ * @throws InputError when such a file cannot be read.
+ */
+std::string ValueToCheck(const Assignment& assignment, const System& system);
+
+} // namespace RedfishConfigTool

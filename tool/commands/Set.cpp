@@ -1,0 +1,86 @@
+#include "Commands.h"
+
+#include "../Assignments.h"
+#include "../Changes.h"
+#include "../Refusals.h"
+
+#include <CLI/App.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+
+namespace RedfishConfigTool {
+
+namespace {
+
+/** The file's assignments without those that the command line makes too, then those of the command line. */
+std::vector<Assignment> AllAssignments(const SetOptions& options)
+{
+    std::vector<Assignment> given = ParseAssignments(options.Assignments);
+    std::vector<Assignment> all;
+    if (!options.From.empty()) {
+        const RedfishConfig::CaseInsensitiveComparator before;
+        for (Assignment& read : ReadAssignments(options.From)) {
+            const bool isReplaced = std::any_of(given.begin(), given.end(), [&](const Assignment& other) {
+                return !before(read.Name, other.Name) && !before(other.Name, read.Name);
+            });
+            if (!isReplaced) {
+                all.push_back(std::move(read));
+            }
+        }
+    }
+    std::move(given.begin(), given.end(), std::back_inserter(all));
+    return all;
+}
+
+Answer Prepare(System& system, const Assignment& assignment, RedfishConfig::filterAction action)
+{
+    if (assignment.Value) {
+        return system.PreparePatch(assignment.Name, ValueToCheck(assignment, system), action);
+    }
+    Answer defect;
+    defect.Name = assignment.Name;
+    defect.Subject = system.Find(assignment.Name);
+    defect.Result = {RedfishConfig::RESULT_NEW_VALUE_INVALID, assignment.Defect};
+    return defect;
+}
+
+} // namespace
+
+ExitCode RunSet(System& system, const SetOptions& options, Output& output)
+{
+    const auto action = options.From.empty() ? RedfishConfig::FILTER_PATCH : RedfishConfig::FILTER_PATCH_FROM_FILE;
+    PatchBody body;
+    std::vector<Answer> answers;
+    for (const Assignment& assignment : AllAssignments(options)) {
+        answers.push_back(Prepare(system, assignment, action));
+        AddToBody(answers.back(), body);
+    }
+    ComplainOfEach(answers, system, output);
+    const bool allAccepted = ExitCodeOf(answers) == ExitCode::Answered;
+    if (!allAccepted && !options.Partial) {
+        output.Complain("no body is given, as something was refused; --partial gives the rest");
+    }
+    return WriteChanges(body, allAccepted || (options.Partial && !body.Empty()), answers, system, output);
+}
+
+Runner AttachSet(CLI::App& command)
+{
+    auto options = std::make_shared<SetOptions>();
+    command
+        .add_option("NAME=VALUE", options->Assignments, "New values; that of a password may be @FILE, or - for stdin")
+        ->type_name("");
+    command.add_option("--from", options->From, "Read new values from NAME=VALUE lines or a JSON object")
+        ->type_name("FILE");
+    command.add_flag("--partial", options->Partial, "Give the accepted values although others are refused");
+    command.final_callback([options] {
+        if (options->Assignments.empty() && options->From.empty()) {
+            throw UsageError("set: give NAME=VALUE, or --from FILE");
+        }
+        ParseAssignments(options->Assignments); // so that a wrong one is wrong usage
+    });
+    return [options](System& system, Output& output) { return RunSet(system, *options, output); };
+}
+
+} // namespace RedfishConfigTool
