@@ -1,5 +1,5 @@
 #!/bin/sh
-# Asks the tool about the example system. Usage: demo.sh PATH_OF_REDFISHCONFIG
+# Asks the tool about the example system, and for a change of it. Usage: demo.sh PATH_OF_REDFISHCONFIG
 set -eu
 
 tool=$1
@@ -10,10 +10,14 @@ export REDFISHCONFIG_REGISTRY REDFISHCONFIG_VALUES
 
 ask() {
     printf '\n$ redfishconfig %s\n' "$*"
-    "$tool" "$@"
+    "$tool" "$@" 2>&1
 }
 
 ask groups
 ask list --menu Boot
 ask show BootMode
 ask choices FanProfile
+
+# BootMode is locked while Secure Boot is enabled, which show told above; the exit code says so too.
+ask set BootMode=Legacy || test $? -eq 1
+ask set FanProfile=Quiet TimeZoneOffset=90

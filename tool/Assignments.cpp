@@ -27,7 +27,7 @@ std::optional<Assignment> Split(const std::string& text)
     if (sign == std::string::npos || sign == 0) {
         return std::nullopt;
     }
-    return Assignment{text.substr(0, sign), text.substr(sign + 1), ""};
+    return Assignment{text.substr(0, sign), text.substr(sign + 1), "", false};
 }
 
 std::vector<Assignment> ReadLines(const std::string& file, const std::string& text)
@@ -105,7 +105,7 @@ std::vector<Assignment> ToAssignments(const json::object& values)
     for (const auto& [key, value] : values) {
         const auto read = ReadValue(value);
         assignments.push_back({std::string(key), read ? std::optional(PlainText(*read)) : std::nullopt,
-                               read ? "" : std::string("its value is ") + KindOf(value)});
+                               read ? "" : std::string("its value is ") + KindOf(value), value.is_null()});
     }
     return assignments;
 }

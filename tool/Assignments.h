@@ -15,6 +15,7 @@ struct Assignment {
     std::string Name;
     std::optional<std::string> Value; ///< nothing for what no setting can hold, see Defect
     std::string Defect;               ///< why there is no value
+    bool IsNull = false;              ///< whether the file says that there is none
 };
 
 /**

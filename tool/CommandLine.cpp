@@ -26,12 +26,13 @@ const std::string programName = "redfishconfig";
 const std::string sharedGroup = "Options of every command";
 
 constexpr const char* description = "Shows the firmware settings of a server from its Redfish attribute registry,\n"
-                                    "and what the registry's rules make of them.";
+                                    "and what the registry's rules make of them, and prepares changes.";
 
 constexpr const char* generalExamples =
     "Examples:\n"
     "  redfishconfig --registry registry.json --values bios.json list\n"
     "  redfishconfig --registry registry.json show BootMode\n"
+    "  redfishconfig --registry registry.json set BootMode=Legacy\n"
     "  export REDFISHCONFIG_REGISTRY=registry.json REDFISHCONFIG_VALUES=bios.json\n"
     "  redfishconfig list --changed\n"
     "\n"

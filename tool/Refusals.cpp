@@ -28,8 +28,9 @@ std::vector<std::string> Suggestions(const Answer& answer, const System& system)
 /** The message, with the setting's name before it when it does not tell it. */
 std::string Sentence(const Answer& answer)
 {
-    const std::string message = ReplaceAll(answer.Result.ErrorMsg(), "\n", " "); // some have two lines
-    return message.find(answer.Name) != std::string::npos ? message : answer.Name + ": " + message;
+    const std::string& message = answer.Result.ErrorMsg();
+    const bool tells = message.find(answer.Name) != std::string::npos;
+    return ReplaceAll(tells ? message : answer.Name + ": " + message, ".\n", ". "); // some have two lines
 }
 
 } // namespace

@@ -49,6 +49,15 @@ std::optional<json::value> TypedValue(const Setting& setting, const std::string&
     return IsUtf8(text) ? std::optional<json::value>(json::string(text)) : std::nullopt;
 }
 
+bool IsSameValue(const Setting& setting, const std::string& left, const std::string& right)
+{
+    if (left == right) {
+        return true;
+    }
+    const std::optional<json::value> typed = TypedValue(setting, left);
+    return typed && typed == TypedValue(setting, right);
+}
+
 std::string PlainText(const RedfishConfig::SettingAlternative& value)
 {
     return RedfishConfig::GetOptionalVarAsString(value);

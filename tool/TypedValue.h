@@ -15,6 +15,9 @@ namespace RedfishConfigTool {
  */
 std::optional<boost::json::value> TypedValue(const Setting& setting, const std::string& text);
 
+/** Whether two value texts are one value of the setting: "TRUE" and "true" of a Boolean, "07" and "7" of an Integer. */
+bool IsSameValue(const Setting& setting, const std::string& left, const std::string& right);
+
 /** A value of a setting or file as plain text. */
 std::string PlainText(const RedfishConfig::SettingAlternative& value);
 

@@ -21,6 +21,7 @@ int Run(int count, char** arguments)
 {
     using namespace RedfishConfigTool;
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); // a reader that has seen enough, such as head, is no error
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN)); // a file too large is answered by the write that fails
     StandardOutput buffer;
     std::ostream out(&buffer);
     const Environment environment{Variable("REDFISHCONFIG_REGISTRY"), Variable("REDFISHCONFIG_VALUES"), WantsColour(),

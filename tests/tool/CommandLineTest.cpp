@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <filesystem>
+#include <fstream>
 #include <set>
 #include <sstream>
 #include <string>
@@ -59,17 +62,44 @@ TEST(CommandTable, EveryCommandIsRunByItsName)
         EXPECT_NE(help.Out.find("redfishconfig " + std::string(command.Name)), std::string::npos);
         EXPECT_NE(help.Out.find("--include-protected"), std::string::npos) << "the options of every command";
     }
-    EXPECT_EQ(names, (std::set<std::string>{"list", "get", "show", "choices", "defaults", "describe", "groups"}));
+    EXPECT_EQ(names, (std::set<std::string>{"list", "get", "show", "choices", "defaults", "describe", "groups", "set",
+                                            "reset", "save", "restore", "compare"}));
 }
 
-TEST(CommandTable, EveryExampleCanBeParsed)
+/** A folder of its own with the files that the examples name. */
+class ExampleFolder {
+public:
+    ExampleFolder()
+        : m_Before(std::filesystem::current_path()),
+          m_Folder(std::filesystem::temp_directory_path() / ("redfishconfig-" + std::to_string(::getpid())))
+    {
+        std::filesystem::create_directory(m_Folder);
+        std::filesystem::current_path(m_Folder);
+        std::ofstream("changes.txt") << "BootMode=Legacy\n";
+        std::ofstream("secret.txt") << "open-sesame\n";
+    }
+    ~ExampleFolder()
+    {
+        std::filesystem::current_path(m_Before);
+        std::filesystem::remove_all(m_Folder);
+    }
+    ExampleFolder(const ExampleFolder&) = delete;
+    ExampleFolder& operator=(const ExampleFolder&) = delete;
+
+private:
+    std::filesystem::path m_Before;
+    std::filesystem::path m_Folder;
+};
+
+TEST(CommandTable, EveryExampleCanBeRun)
 {
+    const ExampleFolder folder;
     for (const Command& command : commands) {
         std::istringstream examples(command.Examples);
         for (std::string line; std::getline(examples, line);) {
             std::istringstream words(line);
             std::vector<std::string> arguments;
-            for (std::string word; words >> word;) {
+            for (std::string word; words >> word && word != ">";) { // the rest is for the shell
                 arguments.push_back(word);
             }
             ASSERT_EQ(arguments.front(), "redfishconfig");

@@ -4,13 +4,18 @@
     ProcessTest.py REDFISHCONFIG
 """
 
+import datetime
 import fcntl
+import json
 import os
 import pathlib
 import pty
+import resource
+import shutil
 import struct
 import subprocess
 import sys
+import tempfile
 import termios
 import unittest
 
@@ -138,6 +143,94 @@ class Files(unittest.TestCase):
         self.assertIn(b"Permission denied", done.stderr)
 
 
+class Saving(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp())
+        self.file = self.folder / "saved.json"
+
+    def tearDown(self):
+        self.folder.chmod(0o700)
+        shutil.rmtree(self.folder)
+
+    def save(self, *arguments, file=None, **options):
+        return subprocess.run([BINARY, "save", "-o", str(file or self.file), *arguments], env=environment(),
+                              capture_output=True, timeout=60, check=False, **options)
+
+    def names(self):
+        return sorted(entry.name for entry in self.folder.iterdir())
+
+    def test_writes_a_file_for_its_owner_alone(self):
+        done = self.save()
+        self.assertEqual(done.returncode, 0)
+        self.assertIn(b"saved.json: 3 settings saved\n", done.stderr)
+        self.assertEqual(self.file.stat().st_mode & 0o777, 0o600)
+        document = json.loads(self.file.read_text())
+        self.assertEqual(document["values"], {"ActiveCores": 16, "BootMode": "Uefi", "BootRetries": 3})
+        now = datetime.datetime.now(datetime.timezone.utc)
+        written = datetime.datetime.strptime(document["savedAt"], "%Y-%m-%dT%H:%M:%S%z")
+        self.assertLess(abs((now - written).total_seconds()), 300)
+
+    def test_replaces_a_file_only_when_told(self):
+        self.file.write_text("old")
+        done = self.save()
+        self.assertEqual((done.returncode, self.file.read_text()), (3, "old"))
+        self.assertIn(b"it exists already; --force replaces it", done.stderr)
+        self.assertEqual(self.save("--force").returncode, 0)
+        self.assertNotEqual(self.file.read_text(), "old")
+        self.assertEqual(self.names(), ["saved.json"])
+
+    def test_replaces_a_link_and_not_what_it_names(self):
+        other = self.folder / "other"
+        other.write_text("kept")
+        self.file.symlink_to(other)
+        self.assertEqual(self.save().returncode, 3)
+        self.assertEqual(self.save("--force").returncode, 0)
+        self.assertEqual(other.read_text(), "kept")
+        self.assertFalse(self.file.is_symlink())
+
+    def test_leaves_a_dangling_link_alone(self):
+        self.file.symlink_to(self.folder / "nowhere")
+        self.assertEqual(self.save().returncode, 3)
+        self.assertEqual(self.names(), ["saved.json"])
+
+    def test_writes_over_nothing_but_files(self):
+        os.mkfifo(self.folder / "pipe")
+        for target, reason in ((self.folder, b"it is a folder"), (self.folder / "pipe", b"it is no regular file")):
+            for options in ([], ["--force"]):
+                done = self.save(*options, file=target)
+                self.assertEqual(done.returncode, 3)
+                self.assertIn(reason, done.stderr)
+        self.assertEqual(self.names(), ["pipe"])
+
+    def test_leaves_nothing_behind_on_a_full_disk(self):
+        def fill():
+            resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100))
+        for old in (None, "old"):
+            if old is not None:
+                self.file.write_text(old)
+            done = self.save("--force", preexec_fn=fill)
+            self.assertEqual(done.returncode, 3)
+            self.assertIn(b"saved.json: cannot write it: File too large", done.stderr)
+            self.assertEqual(self.names(), [] if old is None else ["saved.json"])
+        self.assertEqual(self.file.read_text(), "old")
+
+    def test_reports_a_missing_folder(self):
+        done = self.save(file=self.folder / "missing" / "saved.json")
+        self.assertEqual(done.returncode, 3)
+        self.assertIn(b"No such file or directory", done.stderr)
+
+    @unittest.skipIf(os.geteuid() == 0, "root may write everywhere")
+    def test_reports_a_folder_that_may_not_be_written(self):
+        self.folder.chmod(0o500)
+        self.assertIn(b"Permission denied", self.save().stderr)
+
+    def test_what_is_saved_is_so_when_it_is_restored(self):
+        self.save()
+        done = run("restore", str(self.file))
+        self.assertEqual((done.returncode, json.loads(done.stdout)), (0, {"Attributes": {}}))
+        self.assertEqual(run("compare", str(self.file)).returncode, 0)
+
+
 class Passwords(unittest.TestCase):
     """No command prints a password, whatever the options."""
 
@@ -146,8 +239,8 @@ class Passwords(unittest.TestCase):
 
     def everything(self, registry, values, names):
         for command in self.COMMANDS + [["show", *names], ["get", *names], ["defaults", *names], ["choices", *names]]:
-            for json in ([], ["--json"]):
-                done = run(*command, *json, *values, "--registry", str(DATA / registry), "--trace", "4",
+            for form in ([], ["--json"]):
+                done = run(*command, *form, *values, "--registry", str(DATA / registry), "--trace", "4",
                            "--include-protected")
                 self.assertIn(done.returncode, (0, 1))
                 self.assertIn(b"[4] ", done.stderr, "the log is looked through as well")
@@ -158,6 +251,39 @@ class Passwords(unittest.TestCase):
         for text in self.everything("small.json", ["--values", str(DATA / "bios.json")], names):
             for secret in ("hunter2", "letmein", "s3same"):
                 self.assertNotIn(secret, text)
+
+    def test_new_ones_stand_in_the_body_alone(self):
+        for new, accepted in (("n3w-one", True), ("tiny", False)):
+            with tempfile.NamedTemporaryFile("w") as file:
+                file.write(new + "\n")
+                file.flush()
+                for value, given in ((new, None), ("@" + file.name, None), ("-", new + "\n")):
+                    for options in ([], ["--json"], ["--partial"]):
+                        done = subprocess.run([BINARY, "set", "AdminPassword=" + value, "--trace", "4", *options],
+                                              env=environment(), input=given, capture_output=True, timeout=60,
+                                              check=False, text=True)
+                        self.assertEqual(done.returncode, 0 if accepted else 1)
+                        self.assertNotIn(new, done.stderr)
+                        self.assertIn("[4] ", done.stderr)
+                        self.assertEqual(done.stdout.count(new), 1 if accepted else 0, done.stdout)
+
+    def test_no_screen_shows_a_body_with_one(self):
+        for options in ([], ["--json"]):
+            text = on_terminal("set", "AdminPassword=n3w-one", *options)
+            self.assertNotIn("n3w-one", text)
+        self.assertIn("Legacy", on_terminal("set", "BootMode=Legacy"))
+
+    def test_none_is_taken_from_or_told_of_a_file(self):
+        with tempfile.NamedTemporaryFile("w") as file:
+            json.dump({"AdminPassword": "n3w-one", "UserPassword": "0ther-one"}, file)
+            file.flush()
+            for command in ("restore", "compare"):
+                for options in ([], ["--json"], ["--trace", "4"]):
+                    done = run(command, file.name, *options)
+                    self.assertNotRegex((done.stdout + done.stderr).decode(), "n3w-one|0ther-one|hunter2")
+        for options in ([], ["--verbose"], ["--with-unique", "--include-protected"]):
+            done = run("save", *options)
+            self.assertNotRegex((done.stdout + done.stderr).decode(), "hunter2|letmein")
 
     def test_what_rules_compare_with(self):
         for text in self.everything("fruits.json", [], ["Enough", "Apple", "Pear", "Plum"]):

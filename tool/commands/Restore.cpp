@@ -48,7 +48,7 @@ std::string WithoutFullStop(std::string reason)
 bool IsAlreadySo(const Setting& setting, const std::string& value)
 {
     const auto& current = setting.Record.CurrentValue;
-    return current && PlainText(*current) == value;
+    return current && IsSameValue(setting, PlainText(*current), value);
 }
 
 /** The values that the library is to look at; what it need not see goes into the report. */
@@ -62,6 +62,10 @@ std::map<std::string, std::string> Sort(const std::vector<Assignment>& values, c
             report.Unknown.push_back({saved.Name, ""});
         } else if (setting->IsPassword()) {
             report.Skipped.push_back({saved.Name, "a password is never restored from a file"});
+        } else if (saved.IsNull && !setting->Record.CurrentValue) {
+            ++report.AlreadySo;
+        } else if (saved.IsNull) {
+            report.Skipped.push_back({saved.Name, "the file has no value for it"});
         } else if (!saved.Value) {
             report.Invalid.push_back({saved.Name, saved.Defect});
         } else if (IsAlreadySo(*setting, *saved.Value)) {

@@ -27,29 +27,34 @@ RedfishConfig::filterAction ActionOf(const SaveOptions& options, const System& s
     return options.WithUnique ? RedfishConfig::FILTER_SAVE_FULL : RedfishConfig::FILTER_SAVE_PORTABLE;
 }
 
-/** Why the library does not give a value for saving, or it is not to be saved. */
-std::string WhyLeftOut(const Setting& setting, const RedfishConfig::SettingStatus& status, bool hasValue)
+/** What the library does not leave out of itself. Empty for a setting that is to be saved. */
+std::string WhyUnwanted(const Setting& setting, const RedfishConfig::SettingStatus& status, bool withUnique)
 {
     if (setting.IsPassword()) {
         return "password";
     }
-    if (!hasValue) {
-        const std::pair<const RedfishConfig::PropertyState*, const char*> reasons[] = {
-            {&status.Protected, "protected"},
-            {&status.Hidden, "hidden"},
-            {&status.GrayOut, "grayed out"},
-            {&status.Immutable, "immutable"},
-            {&status.SystemUnique, "system unique"}};
-        if (!setting.Record.CurrentValue) {
-            return "without a value";
-        }
-        for (const auto& [state, word] : reasons) {
-            if (state->Value) {
-                return word;
-            }
+    if (status.ReadOnly.Value) {
+        return "read only";
+    }
+    return status.SystemUnique.Value && !withUnique ? "system unique" : "";
+}
+
+/** Why the library gives no value for saving. */
+std::string WhyWithoutValue(const Setting& setting, const RedfishConfig::SettingStatus& status)
+{
+    const std::pair<bool, const char*> reasons[] = {
+        {!setting.Record.CurrentValue, "without a value"},
+        {status.Protected.Value, "protected"},
+        {status.Hidden.Value, "hidden"},
+        {status.GrayOut.Value, "grayed out"},
+        {status.Immutable.Value, "immutable"},
+    };
+    for (const auto& [holds, word] : reasons) {
+        if (holds) {
+            return word;
         }
     }
-    return status.ReadOnly.Value ? "read only" : "not writable as JSON";
+    return "refused";
 }
 
 struct Saved {
@@ -57,20 +62,23 @@ struct Saved {
     std::vector<LeftOut> Left;
 };
 
-Saved Collect(System& system, RedfishConfig::filterAction action)
+Saved Collect(System& system, const SaveOptions& options)
 {
     Saved saved;
-    const std::map<std::string, std::string> texts = system.SaveValues(action);
+    const std::map<std::string, std::string> texts = system.SaveValues(ActionOf(options, system));
     const std::vector<RedfishConfig::SettingStatus> status = system.AllStatus();
     for (std::size_t place = 0; place < status.size(); ++place) {
         const Setting& setting = system.Settings()[place];
         const auto text = texts.find(setting.Name());
-        const bool wanted = text != texts.end() && !setting.IsPassword() && !status[place].ReadOnly.Value;
-        std::optional<json::value> value = wanted ? TypedValue(setting, text->second) : std::nullopt;
+        std::string reason = WhyUnwanted(setting, status[place], options.WithUnique);
+        if (reason.empty() && text == texts.end()) {
+            reason = WhyWithoutValue(setting, status[place]);
+        }
+        std::optional<json::value> value = reason.empty() ? TypedValue(setting, text->second) : std::nullopt;
         if (value) {
             saved.Values[setting.Name()] = std::move(*value);
         } else {
-            saved.Left.push_back({setting.Name(), WhyLeftOut(setting, status[place], text != texts.end())});
+            saved.Left.push_back({setting.Name(), reason.empty() ? "not of its type" : reason});
         }
     }
     return saved;
@@ -91,7 +99,7 @@ void Tell(const std::vector<LeftOut>& left, bool verbose, Output& output)
 
 ExitCode RunSave(System& system, const SaveOptions& options, Output& output)
 {
-    Saved saved = Collect(system, ActionOf(options, system));
+    Saved saved = Collect(system, options);
     const std::size_t count = saved.Values.size();
     const json::object document = MakeSavedSystem(system, std::move(saved.Values), saved.Left);
     if (options.File.empty()) {
