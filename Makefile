@@ -2,10 +2,11 @@
 
 SHELL := /bin/sh
 JOBS ?= $(shell nproc)
+SECONDS ?= 60
 STRICT := -DREDFISHCONFIG_WARNINGS_AS_ERRORS=ON
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: demo test packages build sanitize thread coverage format check-format lint gate clean
+.PHONY: demo test test-long packages build sanitize thread fuzz coverage format check-format lint gate clean
 
 demo: build
 	@sh examples/demo.sh build/release/tool/redfishconfig
@@ -14,6 +15,10 @@ test: packages
 	cmake --preset release $(STRICT) -DBUILD_TESTING=ON
 	cmake --build --preset release -j $(JOBS)
 	ctest --preset release -j $(JOBS)
+
+# The full form of the comparisons with the references; make test has a bounded one.
+test-long: test
+	REDFISHCONFIG_LONG=1 ctest --preset release -j $(JOBS) -R World --verbose
 
 packages:
 	@packaging/install-packages
@@ -27,6 +32,12 @@ sanitize thread: packages
 	cmake --preset $@ $(STRICT)
 	cmake --build --preset $@ -j $(JOBS)
 	ctest --preset $@ -j $(JOBS)
+
+# Runs each fuzzer for SECONDS, from its corpus; what it finds new stays below build/fuzz.
+fuzz: packages
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+	fuzz/run build/fuzz $(SECONDS)
 
 coverage: packages
 	cmake --preset coverage

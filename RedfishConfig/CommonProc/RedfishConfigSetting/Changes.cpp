@@ -4,6 +4,8 @@
 #include "AnswerOrCatch.h"
 #include "RestoreAction.h"
 
+#include <utility>
+
 // How one setting takes part in a change of the system: patch, save and restore.
 
 namespace RedfishConfig {
@@ -31,8 +33,8 @@ RedfishConfigResult RedfishConfigSetting::AdmitNewValue(std::string& value, cons
     return verdict;
 }
 
-RedfishConfigResult RedfishConfigSetting::PreparePatchContext(const std::string& newValue, std::string& patchContext,
-                                                              const filterAction& action)
+RedfishConfigResult RedfishConfigSetting::PreparePatch(const std::string& newValue, const filterAction& action,
+                                                       const std::function<void(std::string&& text)>& take)
 {
     return AnswerOrCatch(className, "PreparePatchContext", [&]() -> RedfishConfigResult {
         std::string value = newValue;
@@ -41,24 +43,23 @@ RedfishConfigResult RedfishConfigSetting::PreparePatchContext(const std::string&
         if (verdict != RESULT_SUCCEED) {
             return verdict;
         }
-        patchContext = GeneratePatchContext(value);
+        take(GeneratePatchContext(value));
         return RESULT_SUCCEED;
     });
+}
+
+RedfishConfigResult RedfishConfigSetting::PreparePatchContext(const std::string& newValue, std::string& patchContext,
+                                                              const filterAction& action)
+{
+    return PreparePatch(newValue, action, [&](std::string&& text) { patchContext = std::move(text); });
 }
 
 RedfishConfigResult RedfishConfigSetting::PreparePatchContext(const std::string& newValue,
                                                               std::map<std::string, std::string>& patchContexts,
                                                               const filterAction& action)
 {
-    return AnswerOrCatch(className, "PreparePatchContext", [&]() -> RedfishConfigResult {
-        std::string value = newValue;
-        std::string reason;
-        RedfishConfigResult verdict = AdmitNewValue(value, action, RESULT_CHANGE_SETTING_FAILED, reason);
-        if (verdict != RESULT_SUCCEED) {
-            return verdict;
-        }
-        patchContexts.emplace(m_Info.AttributeName.value(), GeneratePatchContext(value));
-        return RESULT_SUCCEED;
+    return PreparePatch(newValue, action, [&](std::string&& text) {
+        patchContexts.emplace(m_Info.AttributeName.value(), std::move(text));
     });
 }
 

@@ -258,6 +258,9 @@ private:
     // refusalCode or of the type's own code, and the reason alone.
     RedfishConfigResult AdmitNewValue(std::string& value, const filterAction& action, int refusalCode,
                                       std::string& reason);
+    // Both forms of PreparePatchContext(), which differ in who takes the text.
+    RedfishConfigResult PreparePatch(const std::string& newValue, const filterAction& action,
+                                     const std::function<void(std::string&& text)>& take);
     RedfishConfigResult RefuseAsMissing(const char* what);
     RedfishConfigResult OpenQuery(const filterAction& action, RefusalWords refusalWords);
     void PutValuesIntoFormulas(ValueSubstitution& values);
