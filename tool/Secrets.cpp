@@ -135,8 +135,9 @@ void Secrets::AddRules(const json::object& entries)
             AddText(dependency.if_contains("MapToValue"));
         }
         ForEachObject(dependency, "MapFrom", [&](const json::object& term) {
-            if (IsPassword(term, "MapFromAttribute") && TextMember(term, "MapFromProperty") == "CurrentValue") {
-                AddTest(TextMember(term, "MapFromAttribute"), term.if_contains("MapFromValue"));
+            const std::string tested = TextMember(term, "MapFromProperty");
+            if (IsPassword(term, "MapFromAttribute") && (tested == "CurrentValue" || tested == "DefaultValue")) {
+                AddTest(TextMember(term, "MapFromAttribute") + "." + tested, term.if_contains("MapFromValue"));
             }
         });
     });
@@ -147,19 +148,20 @@ bool Secrets::IsPassword(const json::object& object, const char* key) const
     return m_Names.count(TextMember(object, key)) != 0;
 }
 
-void Secrets::AddTest(const std::string& name, const json::value* value)
+void Secrets::AddTest(const std::string& property, const json::value* value)
 {
     if (value == nullptr || value->is_null() || value->is_bool()) {
         return; // a test whether there is a password tells none
     }
     AddText(value);
-    // when the library tells a rule it leaves the property away wherever it finds it
-    const std::string shown = ReplaceAll(FormulaText(*value), ".CurrentValue", "");
+    // when the library tells a rule it leaves the property away wherever it finds it, in names and values too
+    const auto asTold = [](std::string text) { return ReplaceAll(std::move(text), ".CurrentValue", ""); };
+    const std::string shown = asTold(FormulaText(*value));
     if (shown.empty()) {
         return;
     }
     for (const char* comparison : {"==", "!=", ">", ">=", "<", "<="}) {
-        const std::string tested = "(" + name + comparison;
+        const std::string tested = "(" + asTold(property) + comparison;
         m_Tests.emplace_back(tested + shown + ")", tested + passwordMask + ")");
     }
 }

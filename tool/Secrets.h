@@ -44,7 +44,7 @@ private:
     void AddAttributes(const boost::json::object& entries, const RedfishConfig::SettingValueMap& values);
     void AddRules(const boost::json::object& entries);
     bool IsPassword(const boost::json::object& object, const char* key) const;
-    void AddTest(const std::string& name, const boost::json::value* value);
+    void AddTest(const std::string& property, const boost::json::value* value);
     void AddText(const boost::json::value* value);
     void SortTexts();
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <set>
 #include <unordered_set>
+#include <utility>
 
 namespace RedfishConfig {
 
@@ -41,8 +42,9 @@ void JoinRule(PropertyExpression& expression, const DependencyRule& rule, const 
         return;
     }
     // The formula with values follows with the next application of current values.
-    expression.DisplayText += "||" + formula;
     auto& rules = expression.Rules;
+    rules.reserve(rules.size() + 1); // so that only the text can fail, and then nothing has changed
+    expression.DisplayText += "||" + formula;
     rules.insert(std::upper_bound(rules.begin(), rules.end(), rule.Position), rule.Position);
 }
 
@@ -130,13 +132,15 @@ RedfishConfigResult RedfishConfigExpression::BuildExpression(const DependencyRul
     if (!formula) {
         return RESULT_EXPRESSION_GENERATION_FAILED;
     }
-    const auto [entry, isNew] = maps[rule.MapToAttribute].try_emplace(rule.MapToProperty);
-    PropertyExpression& expression = entry->second;
-    if (isNew) {
-        expression = {rule.MapToValue, *formula, *formula, true, {rule.Position}};
-    } else if (!std::binary_search(expression.Rules.begin(), expression.Rules.end(), rule.Position)) {
-        JoinRule(expression, rule, *formula);
+    auto& properties = maps[rule.MapToAttribute];
+    auto entry = properties.find(rule.MapToProperty);
+    if (entry == properties.end()) {
+        PropertyExpression whole{rule.MapToValue, *formula, *formula, true, {rule.Position}};
+        entry = properties.emplace(rule.MapToProperty, std::move(whole)).first;
+    } else if (!std::binary_search(entry->second.Rules.begin(), entry->second.Rules.end(), rule.Position)) {
+        JoinRule(entry->second, rule, *formula);
     }
+    const PropertyExpression& expression = entry->second;
     LOG_LINE(LogDetail) << "The property: " << rule.MapToProperty << " of setting: " << rule.MapToAttribute
                         << " expression is: " << expression.DisplayText;
     return RESULT_SUCCEED;

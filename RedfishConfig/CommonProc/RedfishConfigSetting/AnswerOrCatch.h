@@ -12,7 +12,7 @@ namespace RedfishConfig {
  * Runs an operation of a setting. Whatever is raised in it, an absent name above all, is logged and answered with
  * RESULT_PROPERTY_NOT_EXIST.
  *
- * @param name the class and operation, as the log shows them
+ * @param className with @p operationName: what the log names
  */
 template <class Operation>
 RedfishConfigResult AnswerOrCatch(const char* className, const char* operationName, Operation operation)

@@ -4,6 +4,8 @@
 #include "../RedfishConfigExpression/ValueSubstitution.h"
 #include "DynamicProperty.h"
 
+#include <new>
+
 namespace RedfishConfig {
 
 RedfishConfigSetting::RedfishConfigSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options)
@@ -63,6 +65,8 @@ std::map<std::string, std::string> RedfishConfigSetting::GetProperyMap()
         }
         LOG_LINE(LogDetail) << "Exit RedfishConfigNumericSetting::GetProperyMap() with propertyMap.size()="
                             << properties.size();
+    } catch (const std::bad_alloc&) {
+        throw; // a part of the map would leave formulas without values, and nobody would notice
     } catch (const std::exception& error) {
         LOG_LINE(LogDetail) << "Catch exception in RedfishConfigSetting::GetProperyMap(): " << error.what();
     }

@@ -111,9 +111,12 @@ RedfishConfigResult RedfishConfigSettingManager::GenerateAllSetting()
         }
         return RESULT_SUCCEED;
     });
-    if (result == RESULT_SUCCEED) {
-        LOG_LINE(LogTrace) << "Exit RedfishConfigSettingManager::GenerateAllSetting()";
+    if (result != RESULT_SUCCEED) { // for lack of memory, perhaps: a part must not be taken for all settings
+        m_Settings.clear();
+        m_Groups.clear();
+        return result;
     }
+    LOG_LINE(LogTrace) << "Exit RedfishConfigSettingManager::GenerateAllSetting()";
     return result;
 }
 
@@ -132,8 +135,9 @@ RedfishConfigSettingManager::GenerateSpecifySetting(const std::pair<std::string,
         }
     }
     for (const std::string& relatedName : related) {
-        if (isMissing(relatedName)) {
-            GenerateSingleSetting(relatedName); // whether it worked is asked below
+        // whether it worked is asked below
+        if (isMissing(relatedName) && GenerateSingleSetting(relatedName) == RESULT_HTTP_RESPONSE_PARSE_FAILED) {
+            m_Settings.erase(name); // for lack of memory: the setting must not be taken for complete next time
         }
     }
     const auto missing = std::find_if(related.begin(), related.end(), isMissing);

@@ -150,6 +150,8 @@ public:
      * What the formulas of other settings may ask about this one: "NAME.PROPERTY" to "true" or "false" for the six
      * static flags, "NAME.CurrentValue" to the current value where there is one, and "NAME exist" and
      * "NAME not exist" to a comparison that holds or does not.
+     *
+     * @throws std::bad_alloc when memory runs out; on any other failure the map holds what came before it.
      */
     std::map<std::string, std::string> GetProperyMap();
 
