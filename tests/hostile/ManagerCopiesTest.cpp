@@ -23,7 +23,8 @@ std::string SystemText()
         .Attribute("Mode", "String", {{"CurrentValue", "quiet"}, {"MenuPath", "./Sound/Modes/Mode"}})
         .Attribute("Steps", "Integer", {{"CurrentValue", 4}})
         .Attribute("steps", "Integer", {{"CurrentValue", 5}}) // replaces the setting of the same name
-        .Rule("Steps", "ReadOnly", true, {{"Mode", "EQU", "loud"}})
+        .Attribute("Pace", "Integer")
+        .Rule("Pace", "ReadOnly", true, {{"Mode", "EQU", "loud"}})
         .Text();
 }
 
@@ -52,6 +53,7 @@ std::string Answers(Manager& manager)
     checked.EverythingOfAll();
     checked.Everything("Mode");
     checked.Everything("Steps");
+    checked.Everything("Pace");
     return record;
 }
 
@@ -158,10 +160,10 @@ TEST(ManagerCopies, KeepWorkingWhenTheOriginalEndsInTheMiddle)
     manager->UpdateSettingValue(Mode("loud"));
     manager.reset();
     SettingStatus status;
-    EXPECT_EQ(copy.QuerySettingStatus("Steps", status), RESULT_SUCCEED);
+    EXPECT_EQ(copy.QuerySettingStatus("Pace", status), RESULT_SUCCEED);
     EXPECT_TRUE(status.ReadOnly.Value);
     copy.UpdateSettingValue(Mode("quiet"));
-    EXPECT_EQ(copy.QuerySettingStatus("Steps", status), RESULT_SUCCEED);
+    EXPECT_EQ(copy.QuerySettingStatus("Pace", status), RESULT_SUCCEED);
     EXPECT_FALSE(status.ReadOnly.Value);
 }
 
@@ -171,9 +173,9 @@ TEST(ManagerCopies, TakeOverFailuresThatWaitAndTellThemThemselves)
     std::map<std::string, std::string> defaults;
     EXPECT_EQ(manager.QueryGroupSettingDefaultValues(defaults), RESULT_GROUP_PARTIAL_FAILURE);
     Manager copy(manager);
-    EXPECT_EQ(manager.GetError().size(), 2u);
+    EXPECT_EQ(manager.GetError().size(), 3u);
     EXPECT_EQ(manager.GetError().size(), 0u);
-    EXPECT_EQ(copy.GetError().size(), 2u);
+    EXPECT_EQ(copy.GetError().size(), 3u);
 }
 
 TEST(ManagerCopies, TakeOverAnotherSystem)
