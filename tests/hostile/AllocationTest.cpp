@@ -154,7 +154,7 @@ std::vector<Operation> Operations()
          },
          false},
         {"GetError", [](Manager& manager) { manager.GetError(); }, false},
-        {"copy", [](Manager& manager) { const Manager copy(manager); }, false}, // NOLINT: copying is what it is about
+        {"copy", [](Manager& manager) { const Manager copy(manager); }, false},
         {"assignment",
          [](Manager& manager) {
              std::string empty;
@@ -317,7 +317,7 @@ TEST(SettingsWithoutMemory, AnswerThatTheyAreMissing)
     EXPECT_EQ(manager.GetAllSettingProperties(records), RESULT_SUCCEED);
     EXPECT_TRUE(records.empty());
     manager.UpdateSettingValue({{steps, SettingValue(std::int64_t(60))}});
-    const RedfishConfigSettingManager copy(manager); // NOLINT: copying is what it is about
+    const RedfishConfigSettingManager copy(manager);
 }
 
 } // namespace
