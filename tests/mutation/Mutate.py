@@ -51,7 +51,7 @@ def code_lines(text):
     for number, line in enumerate(text.split("\n")):
         stripped = line.strip()
         if stripped and not stripped.startswith(("//", "/*", "*", "#", "static_assert", "namespace", "}")):
-            yield number, line.split(" // ")[0]
+            yield number, re.split(r" ///?<? ", line)[0]
 
 
 def mutants_of(name):
