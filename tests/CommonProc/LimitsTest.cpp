@@ -1,8 +1,10 @@
 #include "CommonProc/Limits.h"
 
 #include "CommonProc/RedfishConfigExpression/ValueSubstitution.h"
+#include "CommonProc/RedfishConfigSettingManager/SettingKeys.h"
 #include "CommonProc/Registry/Registry.h"
 #include "support/LogCapture.h"
+#include "support/MapKeys.h"
 #include "support/RegistryBuilder.h"
 
 #include <RedfishConfig/RedfishConfig.h>
@@ -43,6 +45,21 @@ std::string Lists(const char* key, std::size_t count)
 {
     return std::string(R"({"RegistryEntries": {")") + key + R"(": [)" + Times(count - 1, "{},") + "{}]}}";
 }
+
+/** The settings of a registry, and the keys that formulas find of them. */
+struct GeneratedSettings {
+    explicit GeneratedSettings(const RegistryBuilder& builder) : Source(Registry::Read(builder.Text())), Keys(Table)
+    {
+        for (std::size_t position = 0; position < Source->Attributes().size(); ++position) {
+            Table.Store(Source, position,
+                        std::make_shared<RedfishConfigTextSetting>(Source->Attributes()[position], Config_Options{}));
+        }
+    }
+
+    std::shared_ptr<const Registry> Source;
+    SettingTable Table;
+    SettingKeys Keys;
+};
 
 TEST(RegistryLimits, AdmitTheLongestTextAndNoLongerOne)
 {
@@ -155,35 +172,41 @@ TEST(FormulaLimits, EndTheGrowthOfAllFormulasTogether)
     // each formula alone stays within its limit
     const std::string value(60000, 'v');
     const std::map<std::string, std::string> texts{{"A.CurrentValue", value}};
-    ValueSubstitution substitution(texts);
+    MapKeys keys(texts);
+    ValueSubstitution substitution(keys);
+    SubstitutionEffort effort;
     const std::size_t each = value.size() + std::string("(==x)").size();
     const std::size_t most = Limits::allFormulasBytes / each;
     for (std::size_t done = 0; done < most; ++done) {
-        ASSERT_FALSE(substitution.Apply("(A.CurrentValue==x)").empty()) << done;
+        ASSERT_FALSE(substitution.Apply("(A.CurrentValue==x)", effort).empty()) << done;
+        ASSERT_TRUE(substitution.IsWithinLimits(effort));
     }
-    const LogCapture log(1);
-    EXPECT_EQ(substitution.Apply("(A.CurrentValue==x)"), "");
-    EXPECT_TRUE(log.Has(1, "A formula becomes too long with the values of settings and cannot be calculated."));
-    EXPECT_EQ(substitution.Apply("(true==true)"), "") << "what comes later is given up too";
-    EXPECT_EQ(ValueSubstitution(texts).Apply("(true==true)"), "(true==true)") << "another object starts anew";
+    EXPECT_EQ(substitution.Apply("(A.CurrentValue==x)", effort), "");
+    EXPECT_FALSE(substitution.IsWithinLimits(effort));
+    EXPECT_EQ(substitution.Apply("(true==true)", effort), "") << "what comes later is given up too";
+    SubstitutionEffort another;
+    EXPECT_EQ(substitution.Apply("(true==true)", another), "(true==true)");
 }
 
 /** Names that hold tails of keys themselves make every place of a formula be looked at over and over. */
 TEST(FormulaLimits, EndTheWorkOnAllFormulasTogether)
 {
-    std::map<std::string, std::string> texts;
+    RegistryBuilder registry;
     for (std::size_t count = 1; count < 100; ++count) {
-        texts[Times(count, ".CurrentValue")] = "." + Times(count, ".CurrentValue");
+        registry.Attribute(Times(count, ".CurrentValue"), "String",
+                           {{"CurrentValue", "." + Times(count, ".CurrentValue")}});
     }
+    GeneratedSettings settings(registry);
     const std::string formula = Times(100, ".CurrentValue");
-    ValueSubstitution substitution(texts, 100000000);
+    ValueSubstitution substitution(settings.Keys, 100000000);
+    SubstitutionEffort effort;
     std::size_t done = 0;
-    while (done < 1000 && !substitution.Apply(formula).empty()) {
+    while (done < 1000 && !substitution.Apply(formula, effort).empty()) {
         ++done;
     }
     EXPECT_GT(done, 0u);
     EXPECT_LT(done, 1000u);
-    EXPECT_EQ(substitution.Apply("(true==true)"), "") << "what comes later is given up too";
+    EXPECT_EQ(substitution.Apply("(true==true)", effort), "") << "what comes later is given up too";
 }
 
 TEST(FormulaLimits, HaveRoomForAllFormulasOfALargeSystem)
@@ -211,14 +234,40 @@ TEST(FormulaLimits, HaveRoomForAllFormulasOfALargeSystem)
 
 TEST(FormulaLimits, BoundTheSearchForNamesOfManyLengths)
 {
-    std::map<std::string, std::string> texts;
+    RegistryBuilder registry;
     for (std::size_t length = 1; length < 4000; ++length) {
-        texts[std::string(length, 'n') + ".CurrentValue"] = "v";
+        registry.Attribute(std::string(length, 'n'), "String", {{"CurrentValue", "v"}});
     }
-    ValueSubstitution substitution(texts);
+    GeneratedSettings settings(registry);
+    ValueSubstitution substitution(settings.Keys);
+    SubstitutionEffort effort;
     for (int round = 0; round < 50; ++round) { // would be minutes if every length were tried at every place
-        EXPECT_EQ(substitution.Apply(Times(4000, "n.CurrentValue")), Times(4000, "v"));
+        EXPECT_EQ(substitution.Apply(Times(4000, "n.CurrentValue"), effort), Times(4000, "v"));
     }
+}
+
+/** The line is told each time that values are applied, as long as a formula is given up. */
+TEST(FormulaLimits, TellOfAFormulaThatIsGivenUpEachTime)
+{
+    std::string text = RegistryBuilder()
+                           .Attribute("A", "String", {{"CurrentValue", std::string(Limits::formulaBytes, 'v')}})
+                           .Attribute("B", "String", {{"CurrentValue", "b"}})
+                           .Rule("B", "ReadOnly", true, {{"A", "EQU", "x"}})
+                           .Text();
+    const std::string line = "A formula becomes too long with the values of settings and cannot be calculated.";
+    RedfishConfigSettingManager manager(text, false, {});
+    const LogCapture log(1);
+    std::string value;
+    for (std::size_t asked = 1; asked < 4; ++asked) {
+        manager.QuerySettingValue("B", value);
+        EXPECT_EQ(log.Count(1, line), asked);
+    }
+    manager.UpdateSettingValue({{"A", std::string("x")}});
+    manager.QuerySettingValue("B", value);
+    EXPECT_EQ(log.Count(1, line), 3u) << "A fits now";
+    SettingStatus status;
+    EXPECT_EQ(manager.QuerySettingStatus("B", status), RESULT_SUCCEED);
+    EXPECT_EQ(status.ReadOnly.Reason, "the setting is read only due to the following expression: ((A==x))");
 }
 
 } // namespace

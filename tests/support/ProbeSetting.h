@@ -35,8 +35,16 @@ public:
     using Typed::TransferOpIntegerToInteger;
 
     using Typed::m_ErrMsg;
-    using Typed::m_Info;
     using Typed::m_Options;
+
+    /** Changes the record as SetSettingProperties() does. */
+    template <class Change>
+    void ChangeRecord(Change change)
+    {
+        RedfishConfig::RedfishConfigSettingInfoStru record = this->GetSettingProperties();
+        change(record);
+        this->SetSettingProperties(record);
+    }
 
     /** The base class's own check: the pattern alone. */
     RedfishConfig::RedfishConfigResult BaseCheck(std::string& newValue, std::string& errMsg)

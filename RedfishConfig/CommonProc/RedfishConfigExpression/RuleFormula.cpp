@@ -1,6 +1,5 @@
 #include "RuleFormula.h"
 
-#include "../../logging/LogLine.h"
 #include "../Limits.h"
 
 #include <algorithm>
@@ -9,6 +8,15 @@
 namespace RedfishConfig {
 
 namespace {
+
+using Defects = std::vector<std::string>*;
+
+void Complain(Defects defects, const char* what, const std::string& about)
+{
+    if (defects != nullptr) {
+        defects->push_back(what + about);
+    }
+}
 
 struct Condition {
     std::string_view name;
@@ -35,11 +43,11 @@ std::string WriteTerm(const MapFromTerm& term, std::string_view operatorText, st
 }
 
 /** A test without a value asks whether the attribute has a current value; nothing else can be asked of no value. */
-std::optional<std::string> ComposeExistTest(const MapFromTerm& term, std::string_view operatorText)
+std::optional<std::string> ComposeExistTest(const MapFromTerm& term, std::string_view operatorText, Defects defects)
 {
     if (term.MapFromProperty != "CurrentValue") {
-        LOG_LINE(LogDetail) << "Found the dependency information that needs to compare setting property with null."
-                            << WriteTerm(term, operatorText, "nullopt");
+        Complain(defects, "Found the dependency information that needs to compare setting property with null.",
+                 WriteTerm(term, operatorText, "nullopt"));
         return std::nullopt;
     }
     if (operatorText == "==") {
@@ -48,41 +56,41 @@ std::optional<std::string> ComposeExistTest(const MapFromTerm& term, std::string
     if (operatorText == "!=") {
         return "(" + term.MapFromAttribute + " exist)";
     }
-    LOG_LINE(LogDetail) << "Found the dependency information that needs to compare relative size with null."
-                        << WriteTerm(term, operatorText, "nullopt");
+    Complain(defects, "Found the dependency information that needs to compare relative size with null.",
+             WriteTerm(term, operatorText, "nullopt"));
     return std::nullopt;
 }
 
-std::optional<std::string> ComposeTerm(const MapFromTerm& term, const std::string& target)
+std::optional<std::string> ComposeTerm(const MapFromTerm& term, const std::string& target, Defects defects)
 {
     const Condition* condition = FindCondition(term.MapFromCondition);
     if (term.MapFromAttribute.empty() || term.MapFromProperty.empty() || condition == nullptr) {
-        LOG_LINE(LogDetail) << "Invalid dependency(MapFrom) information for " << target;
+        Complain(defects, "Invalid dependency(MapFrom) information for ", target);
         return std::nullopt;
     }
     if (!term.MapFromValue) {
-        return ComposeExistTest(term, condition->operatorText);
+        return ComposeExistTest(term, condition->operatorText, defects);
     }
     return WriteTerm(term, condition->operatorText, GetOptionalVarAsString(term.MapFromValue));
 }
 
 } // namespace
 
-std::optional<std::string> ComposeFormula(const DependencyRule& rule)
+std::optional<std::string> ComposeFormula(const DependencyRule& rule, std::vector<std::string>* defects)
 {
     if (rule.MapToAttribute.empty() || rule.MapToProperty.empty() || !rule.MapToValue) {
-        LOG_LINE(LogDetail) << "Invalid dependency(MapTo) information for " << rule.MapToAttribute;
+        Complain(defects, "Invalid dependency(MapTo) information for ", rule.MapToAttribute);
         return std::nullopt;
     }
     if (rule.MapFrom.size() > Limits::termsOfRule) {
-        LOG_LINE(LogDetail) << "The dependency information has too many terms and is thrown away, for "
-                            << rule.MapToAttribute;
+        Complain(defects, "The dependency information has too many terms and is thrown away, for ",
+                 rule.MapToAttribute);
         return std::nullopt;
     }
     std::string formula;
     bool usable = true;
     for (const MapFromTerm& term : rule.MapFrom) {
-        const std::optional<std::string> text = ComposeTerm(term, rule.MapToAttribute);
+        const std::optional<std::string> text = ComposeTerm(term, rule.MapToAttribute, defects);
         if (!text) {
             usable = false;
             break;
@@ -91,12 +99,12 @@ std::optional<std::string> ComposeFormula(const DependencyRule& rule)
         formula += term.MapTerms;
     }
     if (formula.empty()) {
-        LOG_LINE(LogDetail) << "The expression is empty.";
+        Complain(defects, "The expression is empty.", {});
     } else {
         formula = "(" + formula + ")";
     }
     if (!usable) {
-        LOG_LINE(LogDetail) << "The dependency information is invalid and throw away it. The expression:" << formula;
+        Complain(defects, "The dependency information is invalid and throw away it. The expression:", formula);
     }
     return usable && !formula.empty() ? std::optional<std::string>(std::move(formula)) : std::nullopt;
 }

@@ -1,134 +1,135 @@
 #include "ValueSubstitution.h"
 
-#include "../../logging/LogLine.h"
-
 #include <algorithm>
 
 namespace RedfishConfig {
 
 namespace {
 
-/** The part of a key from its last point or blank on; the whole key when it has neither. */
-std::string_view TailOf(std::string_view key)
+/** Compares two keys by their bytes, without putting name and tail together. */
+int Compare(const FormulaKey& left, const FormulaKey& right)
 {
-    const std::size_t start = key.find_last_of(". ");
-    return start != std::string_view::npos ? key.substr(start) : key;
+    const bool leftIsShorter = left.Name.size() <= right.Name.size();
+    const FormulaKey& shorter = leftIsShorter ? left : right;
+    const FormulaKey& longer = leftIsShorter ? right : left;
+    int order = shorter.Name.compare(longer.Name.substr(0, shorter.Name.size()));
+    if (order == 0) { // the rest of the longer name meets the tail of the shorter one
+        const std::string_view rest = longer.Name.substr(shorter.Name.size());
+        const std::size_t common = std::min(rest.size(), shorter.Tail.size());
+        order = shorter.Tail.substr(0, common).compare(rest.substr(0, common));
+        if (order == 0) {
+            order = common < rest.size() ? -1 : shorter.Tail.substr(common).compare(longer.Tail);
+        }
+    }
+    return leftIsShorter ? order : -order;
+}
+
+bool ComesLater(const FormulaKey& left, const FormulaKey& right)
+{
+    return Compare(left, right) > 0;
 }
 
 } // namespace
 
-ValueSubstitution::ValueSubstitution(const std::map<std::string, std::string>& texts, std::uint64_t workLimit)
-    : m_WorkLimit(workLimit)
+ValueSubstitution::ValueSubstitution(FormulaKeys& keys, std::uint64_t workLimit) : m_Keys(keys), m_WorkLimit(workLimit)
 {
-    std::map<std::string_view, std::vector<Rank>> keysByTail;
-    m_Entries.reserve(texts.size());
-    for (const Entry& entry : texts) {
-        const std::string& key = entry.first;
-        if (!key.empty()) { // else there is nothing to look for
-            keysByTail[TailOf(key)].push_back(static_cast<Rank>(m_Entries.size()));
-            m_LongestKey = std::max(m_LongestKey, key.size());
+}
+
+std::string ValueSubstitution::Apply(const std::string& formula, SubstitutionEffort& spent)
+{
+    m_Text = formula;
+    m_Occurring.clear();
+    AddOccurring(m_Text, spent);
+    while (!m_Occurring.empty() && GoesOn(m_Text, spent)) {
+        const FormulaKey key = m_Occurring.back();
+        m_Occurring.pop_back();
+        ReplaceAll(key, spent);
+    }
+    spent.Written += m_Text.size();
+    return GoesOn(m_Text, spent) ? m_Text : std::string();
+}
+
+bool ValueSubstitution::IsWithinLimits(const SubstitutionEffort& spent) const
+{
+    return spent.Written <= Limits::allFormulasBytes && spent.Work <= m_WorkLimit;
+}
+
+bool ValueSubstitution::GoesOn(const std::string& text, const SubstitutionEffort& spent) const
+{
+    return text.size() <= Limits::formulaBytes && IsWithinLimits(spent);
+}
+
+void ValueSubstitution::AddOccurring(std::string_view text, SubstitutionEffort& spent)
+{
+    m_Found.clear();
+    spent.Work += m_Keys.FindIn(text, m_Found);
+    for (const FormulaKey& key : m_Found) {
+        const auto place = std::lower_bound(m_Occurring.begin(), m_Occurring.end(), key, ComesLater);
+        if (place == m_Occurring.end() || ComesLater(*place, key) || ComesLater(key, *place)) {
+            m_Occurring.insert(place, key);
+        } else if (key.Name.size() < place->Name.size()) {
+            *place = key;
         }
-        m_Entries.push_back(&entry);
-    }
-    const auto endsBefore = [this](Rank left, Rank right) {
-        const std::string& leftKey = m_Entries[left]->first;
-        const std::string& rightKey = m_Entries[right]->first;
-        return std::lexicographical_compare(leftKey.rbegin(), leftKey.rend(), rightKey.rbegin(), rightKey.rend());
-    };
-    for (auto& [tail, keys] : keysByTail) {
-        std::sort(keys.begin(), keys.end(), endsBefore);
-        m_Tails.push_back({tail, std::move(keys)});
     }
 }
 
-std::string ValueSubstitution::Apply(const std::string& formula)
+void ValueSubstitution::ReplaceAll(const FormulaKey& key, SubstitutionEffort& spent)
 {
-    std::string text = formula;
-    Ranks occurring;
-    AddOccurring(text, occurring);
-    while (!occurring.empty() && IsWithinLimits(text)) {
-        const Rank rank = *occurring.begin();
-        occurring.erase(occurring.begin());
-        ReplaceAll(rank, text, occurring);
-    }
-    m_Written += text.size();
-    if (!IsWithinLimits(text)) {
-        LOG_LINE(LogDefect) << "A formula becomes too long with the values of settings and cannot be calculated.";
-        return {};
-    }
-    return text;
-}
-
-bool ValueSubstitution::IsWithinLimits(const std::string& text) const
-{
-    return text.size() <= Limits::formulaBytes && m_Written <= Limits::allFormulasBytes && m_Work <= m_WorkLimit;
-}
-
-void ValueSubstitution::ReplaceAll(Rank rank, std::string& text, Ranks& occurring)
-{
-    const auto& [key, replacement] = *m_Entries[rank];
-    std::string replaced;
-    std::vector<Range> changed; // around each replacement, as far as a key can reach
+    m_Wanted.assign(key.Name).append(key.Tail);
+    m_Replaced.clear();
+    m_Changed.clear();
     std::size_t taken = 0;
-    for (std::size_t found = text.find(key); found != std::string::npos && IsWithinLimits(replaced);
-         found = text.find(key, taken)) {
-        replaced.append(text, taken, found - taken);
-        const std::size_t begin = replaced.size() - std::min(replaced.size(), m_LongestKey);
-        replaced += replacement;
-        taken = found + key.size();
-        const std::size_t end = replaced.size() + m_LongestKey;
-        if (!changed.empty() && begin <= changed.back().end) {
-            changed.back().end = end;
-        } else {
-            changed.push_back({begin, end});
-        }
+    for (std::size_t found = m_Text.find(m_Wanted); found != std::string::npos && GoesOn(m_Replaced, spent);
+         found = m_Text.find(m_Wanted, taken)) {
+        m_Replaced.append(m_Text, taken, found - taken);
+        const std::size_t begin = m_Replaced.size();
+        m_Replaced += key.Text;
+        m_Changed.push_back({begin, m_Replaced.size()});
+        taken = found + m_Wanted.size();
     }
-    m_Work += text.size() + replaced.size();
-    if (changed.empty()) {
+    spent.Work += m_Text.size() + m_Replaced.size();
+    if (m_Changed.empty()) {
         return; // an earlier replacement has destroyed it
     }
-    text = std::move(replaced.append(text, taken));
-    Ranks brought;
-    for (const Range& range : changed) {
-        AddOccurring(std::string_view(text).substr(range.begin, range.end - range.begin), brought);
-    }
-    occurring.insert(brought.upper_bound(rank), brought.end());
-}
-
-void ValueSubstitution::AddOccurring(std::string_view text, Ranks& occurring)
-{
-    m_Work += text.size();
-    for (const Tail& tail : m_Tails) {
-        for (std::size_t found = text.find(tail.text); found != std::string_view::npos;
-             found = text.find(tail.text, found + 1)) {
-            AddEndingAt(text.substr(0, found + tail.text.size()), tail.keys, occurring);
-        }
+    m_Replaced.append(m_Text, taken);
+    m_Text.swap(m_Replaced);
+    AddBrought(spent);
+    // What comes no later than this key has had its turn.
+    while (!m_Occurring.empty() && Compare(m_Occurring.back(), key) <= 0) {
+        m_Occurring.pop_back();
     }
 }
 
-/** Goes from the end of the text to the left while there are keys that end alike. */
-void ValueSubstitution::AddEndingAt(std::string_view text, const std::vector<Rank>& keys, Ranks& occurring)
+void ValueSubstitution::AddBrought(SubstitutionEffort& spent)
 {
-    constexpr std::uint64_t workOfAStep = 16;
-    auto begin = keys.begin();
-    auto end = keys.end();
-    for (std::size_t length = 0; begin != end && m_Work <= m_WorkLimit; ++length) {
-        if (m_Entries[*begin]->first.size() == length) { // the shortest of those that end alike stands first
-            occurring.insert(*begin);
-            ++begin;
+    const auto search = [&](const Range& range) {
+        AddOccurring(std::string_view(m_Text).substr(range.begin, range.end - range.begin), spent);
+    };
+    Range together = Surroundings(m_Changed.front().begin, m_Changed.front().end);
+    for (const Range& changed : m_Changed) {
+        const Range around = Surroundings(changed.begin, changed.end);
+        if (around.begin > together.end) {
+            search(together);
+            together = around;
         }
-        if (length == text.size()) {
-            break;
-        }
-        const char next = text[text.size() - 1 - length];
-        const auto character = [this, length](Rank rank) {
-            const std::string& key = m_Entries[rank]->first;
-            return key[key.size() - 1 - length];
-        };
-        begin = std::partition_point(begin, end, [&](Rank rank) { return character(rank) < next; });
-        end = std::partition_point(begin, end, [&](Rank rank) { return character(rank) <= next; });
-        m_Work += workOfAStep;
+        together.end = std::max(together.end, around.end);
     }
+    search(together);
+}
+
+/** A replacement with what stands beside it, as far as a key could reach. */
+ValueSubstitution::Range ValueSubstitution::Surroundings(std::size_t begin, std::size_t end) const
+{
+    const std::size_t reach = m_Keys.LongestKey();
+    const std::size_t first = begin - std::min(begin, reach);
+    const std::size_t last = std::min(m_Text.size(), end + reach);
+    while (begin > first && m_Keys.MayHold(m_Text[begin - 1])) {
+        --begin;
+    }
+    while (end < last && m_Keys.MayHold(m_Text[end])) {
+        ++end;
+    }
+    return {begin, end};
 }
 
 } // namespace RedfishConfig

@@ -4,8 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +11,45 @@
 namespace RedfishConfig {
 
 /**
- * Puts the values of settings into formulas: every key ("NAME.CurrentValue", "NAME exist", ...) is replaced by its
- * text.
+ * What a formula may ask of a setting ("NAME.CurrentValue", "NAME exist", ...), and the text that stands for it. Two
+ * settings can have the same key: "A not exist" asks whether "A not" exists, and whether "A" does not. The one whose
+ * name orders first counts, which is the shorter one.
+ */
+struct FormulaKey {
+    std::string_view Name;
+    std::string_view Tail;
+    std::string_view Text;
+};
+
+/** What putting values into formulas takes, as the limits for all formulas of a manager count it. */
+struct SubstitutionEffort {
+    std::uint64_t Written = 0; ///< in bytes
+    std::uint64_t Work = 0;    ///< in bytes looked at
+};
+
+/** The keys that there are. */
+class FormulaKeys {
+public:
+    FormulaKeys() = default;
+    FormulaKeys(const FormulaKeys&) = delete;
+    FormulaKeys& operator=(const FormulaKeys&) = delete;
+    virtual ~FormulaKeys() = default;
+
+    /**
+     * Adds every key that stands somewhere in @p text.
+     *
+     * @return how many bytes it took to look at
+     */
+    virtual std::size_t FindIn(std::string_view text, std::vector<FormulaKey>& found) = 0;
+
+    /** Whether a key may have this byte. */
+    virtual bool MayHold(char byte) const = 0;
+
+    virtual std::size_t LongestKey() const = 0;
+};
+
+/**
+ * Puts the values of settings into formulas: every key is replaced by its text.
  *
  * The outcome is that of replacing, for each key in ascending byte order, every occurrence of the key in the formula
  * as it is at that moment, from left to right. So a key is also found at the end of a longer name, and in a text that
@@ -27,40 +62,37 @@ namespace RedfishConfig {
  */
 class ValueSubstitution {
 public:
-    /** @param texts key to the text that replaces it; must outlive this object and stay as it is */
-    explicit ValueSubstitution(const std::map<std::string, std::string>& texts,
-                               std::uint64_t workLimit = Limits::substitutionWork);
+    explicit ValueSubstitution(FormulaKeys& keys, std::uint64_t workLimit = Limits::substitutionWork);
 
-    std::string Apply(const std::string& formula);
+    /** @param spent what the formulas before took; this one is added */
+    std::string Apply(const std::string& formula, SubstitutionEffort& spent);
+
+    /** Whether so much effort is still within what is granted for all formulas together. */
+    bool IsWithinLimits(const SubstitutionEffort& spent) const;
 
 private:
-    using Entry = std::map<std::string, std::string>::value_type;
-    using Rank = std::uint32_t; // of a key among all, in ascending byte order
-    using Ranks = std::set<Rank>;
-
     struct Range {
         std::size_t begin;
         std::size_t end;
     };
 
-    bool IsWithinLimits(const std::string& text) const;
-    void AddOccurring(std::string_view text, Ranks& occurring);
-    void AddEndingAt(std::string_view text, const std::vector<Rank>& keys, Ranks& occurring);
-    // Adds to occurring the later keys that the replacements bring about.
-    void ReplaceAll(Rank rank, std::string& text, Ranks& occurring);
+    void AddOccurring(std::string_view text, SubstitutionEffort& spent);
+    // Replaces a key everywhere, and adds the later ones that this brings about.
+    void ReplaceAll(const FormulaKey& key, SubstitutionEffort& spent);
+    void AddBrought(SubstitutionEffort& spent);
+    Range Surroundings(std::size_t begin, std::size_t end) const;
+    bool GoesOn(const std::string& text, const SubstitutionEffort& spent) const;
 
-    // A key is a name and what is asked of it, its tail: ".CurrentValue", " exist". Few tails make many keys, so keys
-    // are looked for where a tail stands in the formula, and from there to the left.
-    struct Tail {
-        std::string_view text;
-        std::vector<Rank> keys; // ordered by their bytes from the last to the first
-    };
-    std::vector<const Entry*> m_Entries; // by rank
-    std::vector<Tail> m_Tails;
-    std::size_t m_LongestKey = 0;
+    FormulaKeys& m_Keys;
     std::uint64_t m_WorkLimit;
-    std::uint64_t m_Written = 0; // in bytes
-    std::uint64_t m_Work = 0;    // in bytes looked at
+
+    // Of the formula at hand; kept to save allocations.
+    std::string m_Text;
+    std::string m_Replaced;
+    std::string m_Wanted;
+    std::vector<FormulaKey> m_Occurring; // in descending order, each key once
+    std::vector<FormulaKey> m_Found;
+    std::vector<Range> m_Changed; // the texts put in place of a key
 };
 
 } // namespace RedfishConfig

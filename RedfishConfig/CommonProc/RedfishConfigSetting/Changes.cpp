@@ -59,7 +59,7 @@ RedfishConfigResult RedfishConfigSetting::PreparePatchContext(const std::string&
                                                               const filterAction& action)
 {
     return PreparePatch(newValue, action, [&](std::string&& text) {
-        patchContexts.emplace(m_Info.AttributeName.value(), std::move(text));
+        patchContexts.emplace(Info().AttributeName.value(), std::move(text));
     });
 }
 
@@ -69,12 +69,12 @@ RedfishConfigResult RedfishConfigSetting::FetchSaveSettingValues(std::string& va
         if (!filter(action)) {
             return Refuse(RESULT_SHOW_VALUE_FAILED, OperationFailsSince);
         }
-        if (!m_Info.CurrentValue) {
-            LOG_LINE(LogDetail) << "The current value of setting " << m_Info.AttributeName.value_or("")
+        if (!m_CurrentValue) {
+            LOG_LINE(LogDetail) << "The current value of setting " << Info().AttributeName.value_or("")
                                 << " is invalid.";
             return RESULT_PROPERTY_INVALID;
         }
-        value = GetOptionalVarAsString(m_Info.CurrentValue); // never in hexadecimal: files outlive display options
+        value = GetOptionalVarAsString(m_CurrentValue); // never in hexadecimal: files outlive display options
         return RESULT_SUCCEED;
     });
 }

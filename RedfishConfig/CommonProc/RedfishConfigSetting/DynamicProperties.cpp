@@ -2,9 +2,11 @@
 
 #include "../../logging/LogLine.h"
 #include "../RedfishConfigExpression/Formula.h"
+#include "SettingState.h"
 
 #include <boost/algorithm/string/erase.hpp>
 
+#include <algorithm>
 #include <exception>
 
 namespace RedfishConfig {
@@ -51,59 +53,68 @@ bool RedfishConfigSetting::isSystemUnique()
 
 bool RedfishConfigSetting::isProtected()
 {
-    if (m_Info.Hidden) {
+    if (Info().Hidden) {
         m_ErrMsg = "the setting is protected.";
     }
-    return m_Info.Hidden;
+    return Info().Hidden;
 }
 
 bool RedfishConfigSetting::AnswerDynamicProperty(const DynamicProperty& property)
 {
-    const std::string theSettingIs = std::string("the setting is ") + property.word;
-    const bool flag = m_Info.*property.flag;
+    const auto theSettingIs = [&property] { return std::string("the setting is ") + property.word; };
+    const bool flag = Info().*property.flag;
 
-    const auto found = m_Info.expressionMaps.find(property.key);
-    if (found == m_Info.expressionMaps.end()) {
+    const auto found = std::find_if(m_FormulaStates.begin(), m_FormulaStates.end(),
+                                    [&](const FormulaState& state) { return *state.Property == property.key; });
+    if (found == m_FormulaStates.end()) {
         if (!property.answersFlag) {
             return false;
         }
         if (flag) {
-            m_ErrMsg = theSettingIs + ".";
+            m_ErrMsg = theSettingIs() + ".";
         }
         return flag;
     }
 
     // A rule that cannot be understood or calculated makes the property true, as a safeguard.
-    const PropertyExpression& expression = found->second;
+    const PropertyExpression& expression = *found->Expression;
     if (!expression.Valid || !std::holds_alternative<bool>(expression.MapToValue.value())) {
         LOG_LINE(LogDetail) << "The expression is invalid or the MapToValue of " << property.key
                             << " is not a boolean value.";
-        m_ErrMsg = theSettingIs + " due to BMC data error.";
+        m_ErrMsg = theSettingIs() + " due to BMC data error.";
         return true;
     }
     bool holds = false;
     try {
-        holds = CalculateFormula(expression.Formula);
+        holds = Calculate(*found);
     } catch (const std::string& error) {
         LOG_LINE(LogDetail) << "Failed to calculate the " << property.word << " property with error:" << error;
-        m_ErrMsg = theSettingIs + " duo to dependency calculate error.";
+        m_ErrMsg = theSettingIs() + " duo to dependency calculate error.";
         return true;
     }
-    LOG_LINE(LogDetail) << "Calculate " << property.key << " formular (" << expression.Formula << ") result is "
-                        << holds;
+    LOG_LINE(LogDetail) << "Calculate " << property.key << " formular (" << found->Formula << ") result is " << holds;
 
     const bool mapToValue = std::get<bool>(*expression.MapToValue);
     const char* const relation =
         holds ? " due to the following expression: " : " if the result of the following expression is true: ";
     if (!holds && flag) {
-        m_ErrMsg = theSettingIs + ".";
+        m_ErrMsg = theSettingIs() + ".";
     } else if (mapToValue) {
-        m_ErrMsg = theSettingIs + relation + WithoutCurrentValue(expression.DisplayText);
+        m_ErrMsg = theSettingIs() + relation + WithoutCurrentValue(expression.DisplayText);
     } else {
         LOG_LINE(LogDetail) << "the setting is non-" << property.word << relation
                             << WithoutCurrentValue(expression.DisplayText);
     }
     return holds ? mapToValue : property.answersFlag && flag;
+}
+
+bool RedfishConfigSetting::Calculate(FormulaState& formula)
+{
+    if (formula.Known == FormulaState::Verdict::Unknown || LogIsOn(LogDetail)) { // a detailed log shows each step
+        const bool holds = CalculateFormula(formula.Formula);
+        formula.Known = holds ? FormulaState::Verdict::Holds : FormulaState::Verdict::Fails;
+    }
+    return formula.Known == FormulaState::Verdict::Holds;
 }
 
 SettingStatus RedfishConfigSetting::GetStatus()

@@ -6,8 +6,13 @@
 #include <cctype>
 #include <cstdint>
 #include <iterator>
+#include <locale>
+#include <memory>
+#include <mutex>
 #include <regex>
 #include <stdexcept>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace RedfishConfig {
@@ -190,7 +195,57 @@ private:
     std::vector<std::size_t> m_Open{0}; // the sizes of the groups that are open, the whole pattern first
 };
 
-void CheckLimits(const std::string& text, const std::string& pattern)
+/** A pattern that is within the limits, compiled for the letter classes of a locale. */
+struct CompiledPattern {
+    explicit CompiledPattern(const std::string& pattern)
+    {
+        PatternSize(pattern).Check();
+        expression.assign(pattern, std::regex::ECMAScript);
+    }
+
+    std::locale locale; // the global one, as the expression has it
+    std::regex expression;
+};
+
+using SharedPattern = std::shared_ptr<const CompiledPattern>;
+
+/** The patterns that were matched last, so that the few of a registry are compiled once. Safe between threads. */
+class RecentPatterns {
+public:
+    SharedPattern Get(const std::string& pattern)
+    {
+        {
+            const std::lock_guard<std::mutex> guard(m_Lock);
+            const auto known = m_Patterns.find(pattern);
+            if (known != m_Patterns.end() && known->second->locale == std::locale()) {
+                return known->second;
+            }
+        }
+        auto compiled = std::make_shared<const CompiledPattern>(pattern);
+        const std::lock_guard<std::mutex> guard(m_Lock);
+        if (m_Patterns.size() >= most) {
+            m_Patterns.clear();
+        }
+        m_Patterns.insert_or_assign(pattern, compiled);
+        return compiled;
+    }
+
+private:
+    static constexpr std::size_t most = 64;
+
+    std::mutex m_Lock;
+    std::unordered_map<std::string, SharedPattern> m_Patterns;
+};
+
+SharedPattern Compiled(const std::string& pattern)
+{
+    static RecentPatterns& patterns = *new RecentPatterns; // never destroyed: static objects of callers may ask
+    return patterns.Get(pattern);
+}
+
+} // namespace
+
+bool MatchesPattern(const std::string& text, const std::string& pattern)
 {
     if (pattern.size() > Limits::patternBytes) {
         throw std::runtime_error("The pattern of the setting is too long.");
@@ -198,18 +253,10 @@ void CheckLimits(const std::string& text, const std::string& pattern)
     if (text.size() > Limits::matchedBytes) {
         throw std::runtime_error("The value is too long to match it with the pattern.");
     }
-    PatternSize(pattern).Check();
-}
-
-} // namespace
-
-bool MatchesPattern(const std::string& text, const std::string& pattern)
-{
-    CheckLimits(text, pattern);
-    const std::regex expression(pattern, std::regex::ECMAScript);
+    const SharedPattern compiled = Compiled(pattern);
     MatchBudget budget;
     return std::regex_match(PayingIterator(text.data(), budget), PayingIterator(text.data() + text.size(), budget),
-                            expression);
+                            compiled->expression);
 }
 
 } // namespace RedfishConfig

@@ -20,7 +20,7 @@ std::string RedfishConfigSetting::OperationFailsSince(const std::string& name)
 
 RedfishConfigResult RedfishConfigSetting::Refuse(int code, RefusalWords refusalWords)
 {
-    m_ErrMsg = refusalWords(m_Info.AttributeName.value()) + m_ErrMsg;
+    m_ErrMsg = refusalWords(Info().AttributeName.value()) + m_ErrMsg;
     LOG_LINE(LogDetail) << "m_ErrMsg:" << m_ErrMsg;
     return {code, m_ErrMsg};
 }
@@ -30,7 +30,7 @@ RedfishConfigResult RedfishConfigSetting::OpenQuery(const filterAction& action, 
     if (!filter(action)) {
         return Refuse(RESULT_SHOW_VALUE_FAILED, refusalWords);
     }
-    const std::string& name = m_Info.AttributeName.value();
+    const std::string& name = Info().AttributeName.value();
     if (name.empty()) {
         LOG_LINE(LogDefect) << "Setting " << name << " property error.";
         return RESULT_PROPERTY_INVALID;
@@ -40,7 +40,7 @@ RedfishConfigResult RedfishConfigSetting::OpenQuery(const filterAction& action, 
 
 RedfishConfigResult RedfishConfigSetting::RefuseAsMissing(const char* what)
 {
-    m_ErrMsg = OperationFailsSince(m_Info.AttributeName.value()) + "it has no " + what + ".";
+    m_ErrMsg = OperationFailsSince(Info().AttributeName.value()) + "it has no " + what + ".";
     return {RESULT_PROPERTY_NOT_EXIST, m_ErrMsg};
 }
 
@@ -51,12 +51,12 @@ RedfishConfigResult RedfishConfigSetting::GetSettingValue(std::string& value, co
         if (opening != RESULT_SUCCEED) {
             return opening;
         }
-        if (!m_Info.CurrentValue) {
+        if (!m_CurrentValue) {
             RedfishConfigResult missing = RefuseAsMissing("current value");
             LOG_LINE(LogDetail) << "m_ErrMsg:" << m_ErrMsg;
             return missing;
         }
-        value = GetOptionalAsHexStr(m_Info.CurrentValue);
+        value = GetOptionalAsHexStr(m_CurrentValue);
         return RESULT_SUCCEED;
     });
 }
@@ -68,12 +68,12 @@ RedfishConfigResult RedfishConfigSetting::GetSettingDefaultValue(std::string& va
         if (opening != RESULT_SUCCEED) {
             return opening;
         }
-        if (!m_Info.DefaultValue) {
+        if (!Info().DefaultValue) {
             RedfishConfigResult missing = RefuseAsMissing("default value");
             LOG_LINE(LogDefect) << m_ErrMsg;
             return missing;
         }
-        value = GetOptionalAsHexStr(m_Info.DefaultValue);
+        value = GetOptionalAsHexStr(Info().DefaultValue);
         return RESULT_SUCCEED;
     });
 }
@@ -85,13 +85,13 @@ RedfishConfigResult RedfishConfigSetting::GetSettingDescription(std::string& des
         if (opening != RESULT_SUCCEED) {
             return opening;
         }
-        if (!m_Info.HelpText) {
+        if (!Info().HelpText) {
             RedfishConfigResult missing = RefuseAsMissing("description");
             LOG_LINE(LogDefect) << m_ErrMsg;
             return missing;
         }
-        const std::string& title = m_Info.DisplayName ? *m_Info.DisplayName : m_Info.AttributeName.value();
-        description = title + "\n\nHelp for " + title + "\n--------------------------\n" + *m_Info.HelpText;
+        const std::string& title = Info().DisplayName ? *Info().DisplayName : Info().AttributeName.value();
+        description = title + "\n\nHelp for " + title + "\n--------------------------\n" + *Info().HelpText;
         return RESULT_SUCCEED;
     });
 }

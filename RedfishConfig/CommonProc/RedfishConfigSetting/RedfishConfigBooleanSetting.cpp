@@ -11,6 +11,11 @@ RedfishConfigBooleanSetting::RedfishConfigBooleanSetting(const RedfishConfigSett
 {
 }
 
+RedfishConfigBooleanSetting::RedfishConfigBooleanSetting(const RegistryEntry& entry, const Config_Options& options)
+    : RedfishConfigSetting(entry, options)
+{
+}
+
 RedfishConfigBooleanSetting::RedfishConfigBooleanSetting(const RedfishConfigBooleanSetting& other) = default;
 RedfishConfigBooleanSetting::~RedfishConfigBooleanSetting() = default;
 
@@ -18,11 +23,11 @@ RedfishConfigResult RedfishConfigBooleanSetting::GetSettingValidValues(std::stri
                                                                        const filterAction& action)
 {
     const auto writeBody = [this](std::string& answer) {
-        if (!m_Info.DefaultValue) {
+        if (!Info().DefaultValue) {
             answer += "true=false";
             return RESULT_SUCCEED;
         }
-        const std::string defaultText = GetOptionalVarAsString(m_Info.DefaultValue);
+        const std::string defaultText = GetOptionalVarAsString(Info().DefaultValue);
         const std::string upperCase = UpperCopy(defaultText);
         answer += "<" + defaultText + ">";
         answer += upperCase == "TRUE" ? "=false" : upperCase == "FALSE" ? "=true" : "=true=false";

@@ -20,6 +20,11 @@ RedfishConfigEnumerateSetting::RedfishConfigEnumerateSetting(const RedfishConfig
 {
 }
 
+RedfishConfigEnumerateSetting::RedfishConfigEnumerateSetting(const RegistryEntry& entry, const Config_Options& options)
+    : RedfishConfigSetting(entry, options)
+{
+}
+
 RedfishConfigEnumerateSetting::RedfishConfigEnumerateSetting(const RedfishConfigEnumerateSetting& other) = default;
 RedfishConfigEnumerateSetting::~RedfishConfigEnumerateSetting() = default;
 
@@ -28,11 +33,11 @@ RedfishConfigResult RedfishConfigEnumerateSetting::GetSettingValidValues(std::st
 {
     const auto writeBody = [this](std::string& answer) {
         std::optional<std::string> defaultText;
-        if (m_Info.DefaultValue) {
-            defaultText = GetOptionalVarAsString(m_Info.DefaultValue);
+        if (Info().DefaultValue) {
+            defaultText = GetOptionalVarAsString(Info().DefaultValue);
             answer += "<" + *defaultText + ">";
         }
-        for (const auto& [name, displayName] : m_Info.Value) {
+        for (const auto& [name, displayName] : Info().Value) {
             if (name == defaultText) {
                 continue;
             }
@@ -41,7 +46,7 @@ RedfishConfigResult RedfishConfigEnumerateSetting::GetSettingValidValues(std::st
             }
             answer += name;
         }
-        for (const auto& [name, displayName] : m_Info.Value) {
+        for (const auto& [name, displayName] : Info().Value) {
             if (name != displayName) {
                 answer.append("\n\t[").append(name).append("] : ").append(displayName);
             }
@@ -54,20 +59,20 @@ RedfishConfigResult RedfishConfigEnumerateSetting::GetSettingValidValues(std::st
 RedfishConfigResult RedfishConfigEnumerateSetting::CheckNewValueIsValid(std::string& newValue, std::string& errMsg)
 {
     return AnswerOrCatch(className, "CheckNewValueIsValid", [&]() -> RedfishConfigResult {
-        if (m_Info.Value.empty()) {
-            errMsg = "Enumerate setting " + m_Info.AttributeName.value() + " has no valid value.";
+        if (Info().Value.empty()) {
+            errMsg = "Enumerate setting " + Info().AttributeName.value() + " has no valid value.";
             return RESULT_NEW_VALUE_INVALID;
         }
         const std::string wanted = ConvertValueToCommonValue(newValue);
-        const auto match = std::find_if(m_Info.Value.begin(), m_Info.Value.end(), [&](const auto& choice) {
+        const auto match = std::find_if(Info().Value.begin(), Info().Value.end(), [&](const auto& choice) {
             const auto& [name, displayName] = choice;
             return ConvertValueToCommonValue(name) == wanted ||
                    (name != displayName && ConvertValueToCommonValue(displayName) == wanted);
         });
-        if (match == m_Info.Value.end()) {
-            errMsg = "value " + newValue + " is not a valid value for setting " + m_Info.AttributeName.value() + ".\n";
+        if (match == Info().Value.end()) {
+            errMsg = "value " + newValue + " is not a valid value for setting " + Info().AttributeName.value() + ".\n";
             errMsg += "Acceptable values include:";
-            for (const auto& [name, displayName] : m_Info.Value) {
+            for (const auto& [name, displayName] : Info().Value) {
                 errMsg.append(" <").append(name).append(">");
             }
             errMsg += ".";

@@ -45,6 +45,11 @@ RedfishConfigNumericSetting::RedfishConfigNumericSetting(const RedfishConfigSett
 {
 }
 
+RedfishConfigNumericSetting::RedfishConfigNumericSetting(const RegistryEntry& entry, const Config_Options& options)
+    : RedfishConfigSetting(entry, options)
+{
+}
+
 RedfishConfigNumericSetting::RedfishConfigNumericSetting(const RedfishConfigNumericSetting& other) = default;
 RedfishConfigNumericSetting::~RedfishConfigNumericSetting() = default;
 
@@ -53,16 +58,16 @@ RedfishConfigResult RedfishConfigNumericSetting::GetSettingValidValues(std::stri
 {
     const auto writeBody = [this](std::string& answer) {
         std::string scope;
-        RedfishConfigResult result = GetValueScope(m_Info.LowerBound, m_Info.UpperBound, scope);
+        RedfishConfigResult result = GetValueScope(Info().LowerBound, Info().UpperBound, scope);
         if (result != RESULT_SUCCEED) {
             return result;
         }
         answer += "Integer " + scope;
-        if (m_Info.ScalarIncrement) {
-            answer += "ScalarIncrement=" + GetOptionalAsHexStr(*m_Info.ScalarIncrement) + " ";
+        if (Info().ScalarIncrement) {
+            answer += "ScalarIncrement=" + GetOptionalAsHexStr(*Info().ScalarIncrement) + " ";
         }
-        if (m_Info.DefaultValue) {
-            answer += "default=" + GetOptionalAsHexStr(m_Info.DefaultValue) + " ";
+        if (Info().DefaultValue) {
+            answer += "default=" + GetOptionalAsHexStr(Info().DefaultValue) + " ";
         }
         return result;
     };
@@ -79,22 +84,22 @@ RedfishConfigResult RedfishConfigNumericSetting::CheckNewValueIsValid(std::strin
         if (RedfishConfigSetting::CheckNewValueIsValid(newValue, errMsg) != RESULT_SUCCEED) {
             return RESULT_NEW_VALUE_INVALID;
         }
-        const int verdict = CheckValueValidScope(number, m_Info.LowerBound, m_Info.UpperBound, false);
+        const int verdict = CheckValueValidScope(number, Info().LowerBound, Info().UpperBound, false);
         if (verdict == InScope) {
             return CheckScalarIncrement(number, errMsg);
         }
         if (verdict == BoundsUnusable) {
             return RESULT_PROPERTY_INVALID;
         }
-        errMsg = DescribeScopeViolation(verdict, "The value", {"LowerBound", m_Info.LowerBound},
-                                        {"UpperBound", m_Info.UpperBound});
+        errMsg = DescribeScopeViolation(verdict, "The value", {"LowerBound", Info().LowerBound},
+                                        {"UpperBound", Info().UpperBound});
     } catch (const boost::bad_lexical_cast& error) {
         LOG_LINE(LogDefect) << "Failed to transfer value to int: " << error.what();
-        errMsg = "The value " + newValue + " is invalid." + m_Info.AttributeName.value() +
+        errMsg = "The value " + newValue + " is invalid." + Info().AttributeName.value() +
                  " can only be set to an integer."; // no blank before the name; callers compare the text
     } catch (const std::exception&) {
         LOG_LINE(LogDefect) << "Failed to transfer value to int with unknown error.";
-        errMsg = "The value " + newValue + " is invalid for setting " + m_Info.AttributeName.value() + ".";
+        errMsg = "The value " + newValue + " is invalid for setting " + Info().AttributeName.value() + ".";
     }
     return RESULT_NEW_VALUE_INVALID;
 }
@@ -102,16 +107,16 @@ RedfishConfigResult RedfishConfigNumericSetting::CheckNewValueIsValid(std::strin
 RedfishConfigResult RedfishConfigNumericSetting::CheckScalarIncrement(const std::int64_t& value, std::string& errMsg)
 {
     try {
-        const std::int64_t increment = m_Info.ScalarIncrement.value_or(0);
+        const std::int64_t increment = Info().ScalarIncrement.value_or(0);
         if (increment == 0) {
             return RESULT_SUCCEED;
         }
         // Steps count from the current value where there is one, not from the lower bound. That is on purpose.
         std::int64_t base = 0;
-        if (m_Info.CurrentValue) {
-            base = std::get<std::int64_t>(*m_Info.CurrentValue);
-        } else if (m_Info.LowerBound) {
-            base = *m_Info.LowerBound;
+        if (m_CurrentValue) {
+            base = std::get<std::int64_t>(*m_CurrentValue);
+        } else if (Info().LowerBound) {
+            base = *Info().LowerBound;
         } else {
             return RESULT_SUCCEED;
         }
@@ -122,7 +127,7 @@ RedfishConfigResult RedfishConfigNumericSetting::CheckScalarIncrement(const std:
         errMsg = "scalar increment mismatch. The scalar increment should be: " + std::to_string(increment);
     } catch (const std::exception&) {
         LOG_LINE(LogDefect) << "Failed to Check Scalar Increment.";
-        errMsg = "The value is invalid for setting " + m_Info.AttributeName.value() + ".";
+        errMsg = "The value is invalid for setting " + Info().AttributeName.value() + ".";
     }
     return RESULT_NEW_VALUE_INVALID;
 }

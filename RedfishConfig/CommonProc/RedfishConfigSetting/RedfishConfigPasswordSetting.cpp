@@ -23,6 +23,11 @@ RedfishConfigPasswordSetting::RedfishConfigPasswordSetting(const RedfishConfigSe
 {
 }
 
+RedfishConfigPasswordSetting::RedfishConfigPasswordSetting(const RegistryEntry& entry, const Config_Options& options)
+    : RedfishConfigSetting(entry, options)
+{
+}
+
 RedfishConfigPasswordSetting::RedfishConfigPasswordSetting(const RedfishConfigPasswordSetting& other) = default;
 RedfishConfigPasswordSetting::~RedfishConfigPasswordSetting() = default;
 

@@ -3,38 +3,123 @@
 #include "../../logging/LogLine.h"
 #include "../RedfishConfigExpression/ValueSubstitution.h"
 #include "DynamicProperty.h"
+#include "SettingState.h"
 
 #include <new>
+#include <utility>
 
 namespace RedfishConfig {
 
 RedfishConfigSetting::RedfishConfigSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options)
-    : m_Info(info), m_Options(options)
+    : m_Options(options)
+{
+    SetSettingProperties(info);
+}
+
+RedfishConfigSetting::RedfishConfigSetting(const RegistryEntry& entry, const Config_Options& options)
+    : m_Options(options)
+{
+    Adopt(entry);
+}
+
+RedfishConfigSetting::RedfishConfigSetting(const RedfishConfigSetting& other)
+    : m_ErrMsg(other.m_ErrMsg),
+      m_Options(other.m_Options),
+      m_CurrentValue(other.m_CurrentValue),
+      m_Info(other.m_Info),
+      m_Formulas(other.m_Formulas),
+      m_FormulaStates(other.m_FormulaStates)
 {
 }
 
-RedfishConfigSetting::RedfishConfigSetting(const RedfishConfigSetting& other) = default;
-RedfishConfigSetting& RedfishConfigSetting::operator=(const RedfishConfigSetting& other) = default;
+RedfishConfigSetting& RedfishConfigSetting::operator=(const RedfishConfigSetting& other)
+{
+    if (this != &other) {
+        std::string errMsg = other.m_ErrMsg;
+        std::vector<FormulaState> states = other.m_FormulaStates;
+        m_CurrentValue = other.m_CurrentValue;
+        m_ErrMsg = std::move(errMsg);
+        m_Options = other.m_Options;
+        m_Info = other.m_Info;
+        m_Formulas = other.m_Formulas;
+        m_FormulaStates = std::move(states);
+        RenewWholeRecord();
+    }
+    return *this;
+}
+
 RedfishConfigSetting::~RedfishConfigSetting() = default;
+
+void RedfishConfigSetting::Adopt(const RegistryEntry& entry)
+{
+    std::vector<FormulaState> states;
+    if (entry.Formulas != nullptr) {
+        states.reserve(entry.Formulas->ByProperty.size());
+        for (const auto& [property, expression] : entry.Formulas->ByProperty) {
+            states.push_back({&property, &expression, expression.Formula, FormulaState::Verdict::Unknown});
+        }
+    }
+    m_CurrentValue = entry.Record->CurrentValue;
+    m_Info = entry.Record;
+    m_Formulas = entry.Formulas;
+    m_FormulaStates = std::move(states);
+    RenewWholeRecord();
+}
+
+void RedfishConfigSetting::RenewWholeRecord()
+{
+    if (m_Whole != nullptr) { // a caller may hold a reference to it
+        *m_Whole = WholeRecord();
+    }
+}
 
 void RedfishConfigSetting::setCurrentValue(const SettingValue& value)
 {
-    m_Info.CurrentValue = value;
+    m_CurrentValue = value;
+    if (m_Whole != nullptr) {
+        m_Whole->CurrentValue = value;
+    }
 }
 
 void RedfishConfigSetting::SetSettingProperties(const RedfishConfigSettingInfoStru& info)
 {
-    m_Info = info;
+    auto record = std::make_shared<RedfishConfigSettingInfoStru>(info);
+    std::shared_ptr<SettingFormulas> formulas;
+    if (!info.expressionMaps.empty() || !info.dependencySettings.empty()) {
+        formulas = std::make_shared<SettingFormulas>();
+        formulas->ByProperty.swap(record->expressionMaps);
+        formulas->SettingsRead.swap(record->dependencySettings);
+    }
+    Adopt({std::move(record), std::move(formulas)});
+}
+
+RedfishConfigSettingInfoStru RedfishConfigSetting::WholeRecord() const
+{
+    RedfishConfigSettingInfoStru record = Info();
+    record.CurrentValue = m_CurrentValue;
+    if (m_Formulas != nullptr) {
+        record.dependencySettings = m_Formulas->SettingsRead;
+        record.expressionMaps = m_Formulas->ByProperty;
+        for (const FormulaState& state : m_FormulaStates) {
+            record.expressionMaps[*state.Property].Formula = state.Formula;
+        }
+    }
+    return record;
 }
 
 const RedfishConfigSettingInfoStru& RedfishConfigSetting::GetSettingProperties() const
 {
-    return m_Info;
+    if (m_Whole == nullptr) {
+        m_Whole = std::make_unique<RedfishConfigSettingInfoStru>(WholeRecord());
+    }
+    return *m_Whole;
 }
 
 void RedfishConfigSetting::SetSettingDependencyList(const std::vector<std::string>& settings)
 {
-    m_Info.dependencySettings = settings;
+    RedfishConfigSettingInfoStru record = WholeRecord();
+    record.dependencySettings = settings;
+    SetSettingProperties(record);
 }
 
 std::string RedfishConfigSetting::GetErrorMsg() const
@@ -46,16 +131,16 @@ std::map<std::string, std::string> RedfishConfigSetting::GetProperyMap()
 {
     std::map<std::string, std::string> properties;
     try {
-        const std::string& name = m_Info.AttributeName.value();
+        const std::string& name = Info().AttributeName.value();
         // Every setting logs the numeric class's name here; readers of saved logs expect it.
         LOG_LINE(LogDetail) << "Enter RedfishConfigNumericSetting::GetProperyMap() with m_AttributeName:" << name;
         for (const DynamicProperty& property : dynamicProperties) {
-            properties.emplace(name + "." + property.key, m_Info.*property.flag ? "true" : "false");
+            properties.emplace(name + "." + property.key, Info().*property.flag ? "true" : "false");
         }
         // An exist test becomes a comparison that a formula can hold.
-        const bool exists = m_Info.CurrentValue.has_value();
+        const bool exists = m_CurrentValue.has_value();
         if (exists) {
-            properties.emplace(name + ".CurrentValue", GetOptionalVarAsString(m_Info.CurrentValue));
+            properties.emplace(name + ".CurrentValue", GetOptionalVarAsString(m_CurrentValue));
         }
         properties.emplace(name + " not exist", exists ? "true==false" : "true==true");
         properties.emplace(name + " exist", exists ? "true==true" : "true==false");
@@ -73,26 +158,38 @@ std::map<std::string, std::string> RedfishConfigSetting::GetProperyMap()
     return properties;
 }
 
-void RedfishConfigSetting::PutValuesIntoFormulas(ValueSubstitution& values)
+std::size_t RedfishConfigSetting::FormulaCount() const
 {
-    for (auto& [property, expression] : m_Info.expressionMaps) {
-        LOG_LINE(LogDetail) << "the PropertyName:" << property << " and the Expression:" << expression.DisplayText;
-        expression.Formula = values.Apply(expression.DisplayText);
-        LOG_LINE(LogDetail) << "After replacing, the expression:" << expression.Formula;
+    return m_FormulaStates.size();
+}
+
+bool RedfishConfigSetting::PutValuesIntoFormula(std::size_t number, ValueSubstitution& values,
+                                                SubstitutionEffort& spent)
+{
+    FormulaState& state = m_FormulaStates[number];
+    const std::string& displayText = state.Expression->DisplayText;
+    LOG_LINE(LogDetail) << "the PropertyName:" << *state.Property << " and the Expression:" << displayText;
+    std::string formula = values.Apply(displayText, spent);
+    if (m_Whole != nullptr) {
+        m_Whole->expressionMaps[*state.Property].Formula = formula;
     }
+    state.Known = FormulaState::Verdict::Unknown;
+    state.Formula = std::move(formula);
+    LOG_LINE(LogDetail) << "After replacing, the expression:" << state.Formula;
+    return !state.Formula.empty();
 }
 
 bool RedfishConfigSetting::CheckSettingCouldBePatched(std::string& errMsg) const
 {
-    if (m_Info.Hidden) {
+    if (Info().Hidden) {
         errMsg = "This setting is hidden.";
         return false;
     }
-    if (m_Info.ReadOnly || m_Info.GrayOut) {
+    if (Info().ReadOnly || Info().GrayOut) {
         errMsg = "This setting is only for read.";
         return false;
     }
-    if (m_Info.Immutable) {
+    if (Info().Immutable) {
         errMsg = "This setting value could not be modified.";
         return false;
     }

@@ -17,6 +17,11 @@ RedfishConfigTextSetting::RedfishConfigTextSetting(const RedfishConfigSettingInf
 {
 }
 
+RedfishConfigTextSetting::RedfishConfigTextSetting(const RegistryEntry& entry, const Config_Options& options)
+    : RedfishConfigSetting(entry, options)
+{
+}
+
 RedfishConfigTextSetting::RedfishConfigTextSetting(const RedfishConfigTextSetting& other) = default;
 RedfishConfigTextSetting::~RedfishConfigTextSetting() = default;
 

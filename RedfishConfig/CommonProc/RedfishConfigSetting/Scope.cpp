@@ -29,11 +29,11 @@ RedfishConfigResult RedfishConfigSetting::GetValueScope(const std::optional<std:
                                                         const std::optional<std::int64_t>& upper, std::string& scope)
 {
     try {
-        if (!m_Info.Type) {
+        if (!Info().Type) {
             LOG_LINE(LogDefect) << "Not get the current setting's type.";
             return RESULT_PROPERTY_INVALID;
         }
-        const bool isInteger = LowerCopy(*m_Info.Type) == "integer";
+        const bool isInteger = LowerCopy(*Info().Type) == "integer";
         const auto writeBound = [&](const std::optional<std::int64_t>& bound) {
             return isInteger ? GetOptionalAsHexStr(*bound) : std::to_string(*bound);
         };
@@ -44,7 +44,7 @@ RedfishConfigResult RedfishConfigSetting::GetValueScope(const std::optional<std:
             scope += (isInteger ? "UpperBound=" : "MaxLength=") + writeBound(upper) + " ";
         }
         if (lower && upper && *lower > *upper) {
-            LOG_LINE(LogDefect) << "Setting " << m_Info.AttributeName.value_or("") << " bounder is invalid: lower is "
+            LOG_LINE(LogDefect) << "Setting " << Info().AttributeName.value_or("") << " bounder is invalid: lower is "
                                 << *lower << " upper is " << *upper;
             return RESULT_PROPERTY_INVALID;
         }
@@ -80,21 +80,21 @@ int RedfishConfigSetting::CheckValueValidScope(std::int64_t value, const std::op
 
 bool RedfishConfigSetting::IsDefault(const std::string& newValue) const
 {
-    return m_Info.DefaultValue && newValue == GetOptionalVarAsString(m_Info.DefaultValue);
+    return Info().DefaultValue && newValue == GetOptionalVarAsString(Info().DefaultValue);
 }
 
 RedfishConfigResult RedfishConfigSetting::CheckNewValueIsValid(std::string& newValue, std::string& errMsg)
 {
     const LogEntryAndExit trace("RedfishConfigSetting::CheckNewValueIsValid", __FILE__, __LINE__);
-    if (!m_Info.ValueExpression) {
+    if (!Info().ValueExpression) {
         return RESULT_SUCCEED;
     }
     try {
-        if (MatchesPattern(newValue, *m_Info.ValueExpression)) {
+        if (MatchesPattern(newValue, *Info().ValueExpression)) {
             return RESULT_SUCCEED;
         }
         errMsg =
-            m_Info.WarningText ? *m_Info.WarningText : "Expression check failed, pattern=" + *m_Info.ValueExpression;
+            Info().WarningText ? *Info().WarningText : "Expression check failed, pattern=" + *Info().ValueExpression;
     } catch (const std::exception& error) {
         LOG_LINE(LogDetail) << "Exception message : " << error.what();
         errMsg = error.what();

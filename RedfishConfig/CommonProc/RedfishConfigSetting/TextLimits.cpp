@@ -9,13 +9,13 @@ namespace RedfishConfig {
 RedfishConfigResult RedfishConfigSetting::DescribeTextLimits(const char* typeWord, std::string& answer)
 {
     std::string scope;
-    RedfishConfigResult result = GetValueScope(m_Info.MinLength, m_Info.MaxLength, scope);
+    RedfishConfigResult result = GetValueScope(Info().MinLength, Info().MaxLength, scope);
     if (result != RESULT_SUCCEED) {
         return result;
     }
     answer += typeWord + scope;
-    if (m_Info.ValueExpression) {
-        answer += "Pattern=" + *m_Info.ValueExpression + " ";
+    if (Info().ValueExpression) {
+        answer += "Pattern=" + *Info().ValueExpression + " ";
     }
     return RESULT_SUCCEED;
 }
@@ -23,15 +23,15 @@ RedfishConfigResult RedfishConfigSetting::DescribeTextLimits(const char* typeWor
 RedfishConfigResult RedfishConfigSetting::CheckLength(const std::string& newValue, std::string& errMsg)
 {
     const auto length = static_cast<std::int64_t>(newValue.size());
-    const int verdict = CheckValueValidScope(length, m_Info.MinLength, m_Info.MaxLength, true);
+    const int verdict = CheckValueValidScope(length, Info().MinLength, Info().MaxLength, true);
     if (verdict == InScope) {
         return RESULT_SUCCEED;
     }
     if (verdict == BoundsUnusable) {
         return RESULT_PROPERTY_INVALID;
     }
-    errMsg = DescribeScopeViolation(verdict, "The value length", {"MinLength", m_Info.MinLength},
-                                    {"MaxLength", m_Info.MaxLength});
+    errMsg = DescribeScopeViolation(verdict, "The value length", {"MinLength", Info().MinLength},
+                                    {"MaxLength", Info().MaxLength});
     return RESULT_NEW_VALUE_INVALID;
 }
 

@@ -2,6 +2,8 @@
 
 #include "../RedfishConfigSetting/RestoreAction.h"
 #include "Operation.h"
+#include "SettingTable.h"
+#include "ValueApplication.h"
 
 namespace RedfishConfig {
 
@@ -11,12 +13,12 @@ RedfishConfigResult RedfishConfigSettingManager::PreparePatchContext(const std::
                                                                      const filterAction& action)
 {
     LOG_LINE(LogTrace) << "Enter RedfishConfigSettingManager::PreparePatchContext() for setting: " << name;
-    SettingMap::iterator found;
+    std::size_t found = 0;
     RedfishConfigResult result = GenerateAndFind(name, found);
     if (result != RESULT_SUCCEED) {
         return result;
     }
-    result = found->second->PreparePatchContext(newValue, patchContext, action);
+    result = m_Settings->At(found).Setting->PreparePatchContext(newValue, patchContext, action);
     if (result != RESULT_SUCCEED) {
         LOG_LINE(LogDefect) << "prepare setting: " << name << " patch context error.";
         return result;
@@ -62,12 +64,12 @@ RedfishConfigResult RedfishConfigSettingManager::PrepareOneOfMany(const std::str
         LOG_LINE(LogDefect) << result.ErrorMsg() << " for " << name;
         return result;
     }
-    const auto found = m_Settings.find(name);
-    if (found == m_Settings.end() || found->second == nullptr) {
+    const std::size_t found = m_Settings->Find(name);
+    if (found == SettingTable::none || m_Settings->At(found).Setting == nullptr) {
         return MissingInCollection();
     }
     std::map<std::string, std::string> accepted;
-    result = found->second->PreparePatchContext(newValue, accepted, action);
+    result = m_Settings->At(found).Setting->PreparePatchContext(newValue, accepted, action);
     if (result != RESULT_SUCCEED) {
         LOG_LINE(LogDefect) << "Prepare setting: " << name << " patch context error.";
         return result;
@@ -81,19 +83,19 @@ RedfishConfigResult RedfishConfigSettingManager::PrepareLoadDefaultValue(const s
                                                                          std::string& patchContext)
 {
     LogEnter("PrepareLoadDefaultValue");
-    SettingMap::iterator found;
+    std::size_t found = 0;
     RedfishConfigResult result = GenerateAndFind(name, found);
     if (result != RESULT_SUCCEED) {
         return result;
     }
-    RedfishConfigSetting& setting = *found->second;
+    RedfishConfigSetting& setting = *m_Settings->At(found).Setting;
     result = setting.GetSettingDefaultValue(defaultValue, FILTER_QUERY_DEFAULT);
     if (result != RESULT_SUCCEED) {
         LOG_LINE(LogDefect) << "Get Setting: " << name << " default value error.";
         return result;
     }
     // The check takes plain text; the answer may be in hexadecimal.
-    const std::string plainDefault = GetOptionalVarAsString(setting.GetSettingProperties().DefaultValue);
+    const std::string plainDefault = GetOptionalVarAsString(setting.Info().DefaultValue);
     result = setting.PreparePatchContext(plainDefault, patchContext, FILTER_PATCH);
     if (result != RESULT_SUCCEED) {
         LOG_LINE(LogDefect) << "prepare setting: " << name << " patch context error.";
@@ -111,7 +113,9 @@ RedfishConfigResult RedfishConfigSettingManager::FetchSaveSettingValues(std::map
     if (result != RESULT_SUCCEED) {
         return result;
     }
-    for (const auto& [name, setting] : m_Settings) {
+    for (const std::uint32_t number : m_Settings->InOrder()) {
+        const auto& [key, setting] = m_Settings->At(number);
+        const std::string& name = *key;
         std::string value;
         if (setting != nullptr && setting->FetchSaveSettingValues(value, action) == RESULT_SUCCEED) {
             values[name] = std::move(value);
@@ -145,7 +149,7 @@ RedfishConfigResult RedfishConfigSettingManager::RestoreOne(const std::string& n
                                                             std::map<std::string, std::string>& errors,
                                                             bool admitSystemUnique)
 {
-    SettingMap::iterator found;
+    std::size_t found = 0;
     RedfishConfigResult result = GenerateAndFind(name, found);
     if (result != RESULT_SUCCEED) {
         if (result == RESULT_SETTING_NOT_FOUND) {
@@ -153,7 +157,7 @@ RedfishConfigResult RedfishConfigSettingManager::RestoreOne(const std::string& n
         }
         return result;
     }
-    RedfishConfigSetting& setting = *found->second;
+    RedfishConfigSetting& setting = *m_Settings->At(found).Setting;
     result = setting.FetchRestoreSettingValues(name, value, errors, admitSystemUnique);
     // The log's texts carry no blank before their second part; readers of saved logs expect it.
     if (result == RESULT_SETTING_FILTERED) {
@@ -164,7 +168,7 @@ RedfishConfigResult RedfishConfigSettingManager::RestoreOne(const std::string& n
         std::string patchContext;
         result = setting.PreparePatchContext(value, patchContext, RestoreAction(admitSystemUnique));
         if (result == RESULT_SUCCEED) {
-            restoreValues[found->first] = std::move(patchContext);
+            restoreValues[*m_Settings->At(found).Name] = std::move(patchContext);
         }
     }
     return result;

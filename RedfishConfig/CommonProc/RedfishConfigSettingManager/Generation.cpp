@@ -1,23 +1,15 @@
 #include <RedfishConfig/RedfishConfigSettingManager.h>
 
 #include "../../logging/LogLine.h"
-#include "../RedfishConfigExpression/ValueSubstitution.h"
-#include "../Registry/Registry.h"
+#include "../RedfishConfigSetting/SettingState.h"
+#include "../Registry/RegistrySource.h"
+#include "SettingTable.h"
 
 #include <algorithm>
 #include <exception>
 #include <new>
 
 namespace RedfishConfig {
-
-namespace {
-
-void LogUpdate()
-{
-    LOG_LINE(LogTrace) << "Enter RedfishConfigSettingManager::UpdateSettingValue()";
-}
-
-} // namespace
 
 RedfishConfigResult RedfishConfigSettingManager::ParseResponseAndGenerateSetting(const std::string& name)
 {
@@ -35,7 +27,7 @@ RedfishConfigResult RedfishConfigSettingManager::ParseResponseAndGenerateSetting
 
 RedfishConfigResult RedfishConfigSettingManager::GenerateSetting(const std::string& name)
 {
-    if (!name.empty() && m_Settings.count(name) > 0) {
+    if (!name.empty() && m_Settings->Has(name)) {
         return RESULT_SUCCEED;
     }
     std::vector<std::string> relationSettings;
@@ -68,14 +60,28 @@ RedfishConfigResult RedfishConfigSettingManager::GenerateExpression(std::vector<
     m_Expression.m_CFCFlag = m_CFCFlag;
     std::vector<std::string> related;
     RedfishConfigResult result = AnswerWhatReadingRaises([&] {
-        return settingName.empty()
-                   ? m_Expression.ParseAllSettingsDependency(m_RegistryText, related, m_ExpressionMaps)
-                   : m_Expression.ParseSingleSettingDependency(m_RegistryText, settingName, related, m_ExpressionMaps);
+        const auto read = [this] { return m_Source->Read(); };
+        ExpressionMaps formulas; // the settings take theirs from the registry; these are for the log alone
+        ExpressionMaps* logged = nullptr;
+        if (LogIsOn(LogDetail)) {
+            formulas = BuiltFormulas();
+            logged = &formulas;
+        }
+        return settingName.empty() ? m_Expression.ParseAll(read, logged)
+                                   : m_Expression.ParseSingle(read, settingName, related, logged);
     });
     if (result != RESULT_SUCCEED) {
         LOG_LINE(LogDetail) << "Failed to parse the dependencySettings and expressionMaps with ret="
                             << static_cast<int>(result);
         return result;
+    }
+    if (settingName.empty()) {
+        m_AllFormulasBuilt = true;
+    } else {
+        const Registry& registry = *m_Expression.m_Registry;
+        for (const std::size_t rule : registry.RulesFor(settingName)) {
+            m_FormulasBuiltFor.insert(registry.Rules()[rule].MapToAttribute);
+        }
     }
     relationSettings.insert(relationSettings.end(), related.begin(), related.end());
     LOG_LINE(LogDetail) << "Exit RedfishConfigSettingManager::GenerateExpression(), the relationSettings.size()="
@@ -97,23 +103,26 @@ RedfishConfigResult RedfishConfigSettingManager::AnswerWhatReadingRaises(Reading
 RedfishConfigResult RedfishConfigSettingManager::GenerateAllSetting()
 {
     LOG_LINE(LogTrace) << "Enter RedfishConfigSettingManager::GenerateAllSetting()";
-    if (!m_Settings.empty()) {
+    if (!m_Settings->Empty()) {
         return RESULT_SUCCEED; // single settings count as generated
     }
     RedfishConfigResult result = AnswerWhatReadingRaises([this]() -> RedfishConfigResult {
-        for (const RedfishConfigSettingInfoStru& attribute : m_Expression.ReadRegistry(m_RegistryText).Attributes()) {
-            if (!attribute.AttributeName.value_or("").empty()) {
-                StoreSetting(attribute);
+        const auto& attributes = m_Expression.m_Registry->Attributes();
+        for (std::size_t position = 0; position < attributes.size(); ++position) {
+            const RedfishConfigSettingInfoStru& attribute = attributes[position];
+            if (attribute.AttributeName && !attribute.AttributeName->empty()) {
+                StoreSetting(position);
             }
-            if (!attribute.MenuPath.value_or("").empty()) {
+            if (LogIsOn(LogDetail) && attribute.MenuPath && !attribute.MenuPath->empty()) {
                 GetGroupName(*attribute.MenuPath);
             }
         }
+        m_MenusKnown = true;
         return RESULT_SUCCEED;
     });
     if (result != RESULT_SUCCEED) { // for lack of memory, perhaps: a part must not be taken for all settings
-        m_Settings.clear();
-        m_Groups.clear();
+        m_Settings->Clear();
+        m_MenusKnown = false;
         return result;
     }
     LOG_LINE(LogTrace) << "Exit RedfishConfigSettingManager::GenerateAllSetting()";
@@ -125,7 +134,7 @@ RedfishConfigSettingManager::GenerateSpecifySetting(const std::pair<std::string,
 {
     LOG_LINE(LogTrace) << "Enter RedfishConfigSettingManager::GenerateSpecifySetting()";
     const auto& [name, related] = settings;
-    const auto isMissing = [this](const std::string& wanted) { return m_Settings.count(wanted) == 0; };
+    const auto isMissing = [this](const std::string& wanted) { return !m_Settings->Has(wanted); };
 
     if (isMissing(name)) {
         RedfishConfigResult result = GenerateSingleSetting(name);
@@ -137,7 +146,8 @@ RedfishConfigSettingManager::GenerateSpecifySetting(const std::pair<std::string,
     for (const std::string& relatedName : related) {
         // whether it worked is asked below
         if (isMissing(relatedName) && GenerateSingleSetting(relatedName) == RESULT_HTTP_RESPONSE_PARSE_FAILED) {
-            m_Settings.erase(name); // for lack of memory: the setting must not be taken for complete next time
+            ++*m_Changes;
+            m_Settings->Erase(name); // for lack of memory: the setting must not be taken for complete next time
         }
     }
     const auto missing = std::find_if(related.begin(), related.end(), isMissing);
@@ -152,117 +162,109 @@ RedfishConfigSettingManager::GenerateSpecifySetting(const std::pair<std::string,
 RedfishConfigResult RedfishConfigSettingManager::GenerateSingleSetting(const std::string& name)
 {
     return AnswerWhatReadingRaises([&]() -> RedfishConfigResult {
-        const RedfishConfigSettingInfoStru* attribute = m_Expression.ReadRegistry(m_RegistryText).FindAttribute(name);
-        if (attribute == nullptr) {
+        const Registry& registry = *m_Expression.m_Registry;
+        const std::size_t attribute = registry.FindAttribute(name);
+        if (attribute == NameIndex::none) {
             LOG_LINE(LogDefect) << "Not find the setting: " << name << " from schema.";
             return RESULT_SETTING_NOT_FOUND;
         }
-        if (!StoreSetting(*attribute)) {
-            LOG_LINE(LogDefect) << "The setting type is invalid: " << attribute->Type.value_or("");
+        if (!StoreSetting(attribute)) {
+            LOG_LINE(LogDefect) << "The setting type is invalid: "
+                                << registry.Attributes()[attribute].Type.value_or("");
             return RESULT_PROPERTY_INVALID;
         }
         return RESULT_SUCCEED;
     });
 }
 
-bool RedfishConfigSettingManager::StoreSetting(const RedfishConfigSettingInfoStru& attribute)
+bool RedfishConfigSettingManager::StoreSetting(std::size_t attribute)
 {
-    static const std::map<std::string, SettingFactory, CaseInsensitiveComparator> factories{
-        {"String", &RedfishConfigSettingManager::createTextSetting},
-        {"Integer", &RedfishConfigSettingManager::createNumericSetting},
-        {"Enumeration", &RedfishConfigSettingManager::createEnumerateSetting},
-        {"Boolean", &RedfishConfigSettingManager::createBooleanSetting},
-        {"Password", &RedfishConfigSettingManager::createPasswordSetting},
-    };
-    const auto factory = factories.find(attribute.Type.value_or(""));
-    if (factory == factories.end()) {
+    std::shared_ptr<RedfishConfigSetting> setting;
+    switch (m_Expression.m_Registry->TypeAt(attribute)) {
+    case SettingType::String:
+        setting = createTextSetting(attribute);
+        break;
+    case SettingType::Integer:
+        setting = createNumericSetting(attribute);
+        break;
+    case SettingType::Enumeration:
+        setting = createEnumerateSetting(attribute);
+        break;
+    case SettingType::Boolean:
+        setting = createBooleanSetting(attribute);
+        break;
+    case SettingType::Password:
+        setting = createPasswordSetting(attribute);
+        break;
+    case SettingType::None:
         return false;
     }
-    RedfishConfigSettingInfoStru record = attribute;
-    // Of two names that differ in letter case alone, the first stays the key and the later setting replaces the other.
     ++*m_Changes;
-    m_Settings[*attribute.AttributeName] = (this->*factory->second)(record, m_Options);
+    m_Settings->Store(m_Expression.m_Registry, attribute, std::move(setting));
     return true;
 }
 
 template <class TypedSetting>
 std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::CreateSetting(const char* factory,
-                                                                                 RedfishConfigSettingInfoStru& record,
-                                                                                 const Config_Options& options)
+                                                                                 std::size_t attribute)
 {
     LOG_LINE(LogDetail) << "Enter RedfishConfigSettingManager::" << factory << "()";
-    const auto expressions = m_ExpressionMaps.find(record.AttributeName.value());
-    if (expressions != m_ExpressionMaps.end()) {
-        record.expressionMaps = expressions->second;
-        record.dependencySettings = m_Expression.SettingsReadBy(expressions->second);
+    const std::shared_ptr<const Registry>& registry = m_Expression.m_Registry;
+    const RedfishConfigSettingInfoStru& record = registry->Attributes()[attribute];
+    RegistryEntry entry{{registry, &record}, nullptr}; // the record lives as long as its registry
+    if (HasFormulas(*record.AttributeName)) {
+        entry.Formulas = registry->FormulasOf(*record.AttributeName);
     }
     LOG_LINE(LogDetail) << "Exit RedfishConfigSettingManager::" << factory << "()";
-    return std::shared_ptr<RedfishConfigSetting>(new (std::nothrow) TypedSetting(record, options));
+    return std::shared_ptr<RedfishConfigSetting>(new (std::nothrow) TypedSetting(entry, m_Options));
 }
 
-std::shared_ptr<RedfishConfigSetting>
-RedfishConfigSettingManager::createTextSetting(RedfishConfigSettingInfoStru& record, const Config_Options& options)
+std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::createTextSetting(std::size_t attribute)
 {
-    return CreateSetting<RedfishConfigTextSetting>("createTextSetting", record, options);
+    return CreateSetting<RedfishConfigTextSetting>("createTextSetting", attribute);
 }
 
-std::shared_ptr<RedfishConfigSetting>
-RedfishConfigSettingManager::createNumericSetting(RedfishConfigSettingInfoStru& record, const Config_Options& options)
+std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::createNumericSetting(std::size_t attribute)
 {
-    return CreateSetting<RedfishConfigNumericSetting>("createNumericSetting", record, options);
+    return CreateSetting<RedfishConfigNumericSetting>("createNumericSetting", attribute);
 }
 
-std::shared_ptr<RedfishConfigSetting>
-RedfishConfigSettingManager::createEnumerateSetting(RedfishConfigSettingInfoStru& record, const Config_Options& options)
+std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::createEnumerateSetting(std::size_t attribute)
 {
-    return CreateSetting<RedfishConfigEnumerateSetting>("createEnumerateSetting", record, options);
+    return CreateSetting<RedfishConfigEnumerateSetting>("createEnumerateSetting", attribute);
 }
 
-std::shared_ptr<RedfishConfigSetting>
-RedfishConfigSettingManager::createBooleanSetting(RedfishConfigSettingInfoStru& record, const Config_Options& options)
+std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::createBooleanSetting(std::size_t attribute)
 {
-    return CreateSetting<RedfishConfigBooleanSetting>("createBooleanSetting", record, options);
+    return CreateSetting<RedfishConfigBooleanSetting>("createBooleanSetting", attribute);
 }
 
-std::shared_ptr<RedfishConfigSetting>
-RedfishConfigSettingManager::createPasswordSetting(RedfishConfigSettingInfoStru& record, const Config_Options& options)
+std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::createPasswordSetting(std::size_t attribute)
 {
-    return CreateSetting<RedfishConfigPasswordSetting>("createPasswordSetting", record, options);
+    return CreateSetting<RedfishConfigPasswordSetting>("createPasswordSetting", attribute);
 }
 
-void RedfishConfigSettingManager::ApplyCurrentValues()
+bool RedfishConfigSettingManager::HasFormulas(const std::string& target) const
 {
-    if (m_ChangesWhenApplied == *m_Changes && !LogIsOn(LogDetail)) { // each application shows in a detailed log
-        LogUpdate();
-        return;
+    return m_AllFormulasBuilt || m_FormulasBuiltFor.count(target) > 0;
+}
+
+ExpressionMaps RedfishConfigSettingManager::BuiltFormulas() const
+{
+    ExpressionMaps formulas;
+    if (m_Expression.m_Registry == nullptr) {
+        return formulas;
     }
-    UpdateSettingValue(m_CurrentValues);
-    m_ChangesWhenApplied = *m_Changes;
-}
-
-void RedfishConfigSettingManager::UpdateSettingValue(const SettingValueMap& currentValues)
-{
-    LogUpdate();
-    ++*m_Changes;
-    std::map<std::string, std::string> texts; // of all settings; of two with the same key the first is kept
-    for (const auto& [name, setting] : m_Settings) {
-        if (setting == nullptr) {
+    for (const DependencyRule& rule : m_Expression.m_Registry->Rules()) {
+        const std::string& target = rule.MapToAttribute;
+        if (!HasFormulas(target) || formulas.count(target) > 0) {
             continue;
         }
-        const auto value = currentValues.find(name);
-        if (value != currentValues.end()) {
-            setting->setCurrentValue(value->second);
+        if (const auto known = m_Expression.m_Registry->FormulasOf(target)) {
+            formulas.emplace(target, known->ByProperty);
         }
-        texts.merge(setting->GetProperyMap());
     }
-    ValueSubstitution substitution(texts);
-    for (const auto& [name, setting] : m_Settings) {
-        if (setting == nullptr) {
-            continue;
-        }
-        LOG_LINE(LogDetail) << "Replace the property values in expression for " << name;
-        setting->PutValuesIntoFormulas(substitution);
-    }
+    return formulas;
 }
 
 } // namespace RedfishConfig

@@ -2,35 +2,30 @@
 
 #include "../../logging/LogLine.h"
 
-#include <boost/algorithm/string/split.hpp>
-
-#include <algorithm>
+#include "../Registry/Registry.h"
+#include "SettingTable.h"
+#include "ValueApplication.h"
 
 namespace RedfishConfig {
 
-void RedfishConfigSettingManager::GetGroupName(const std::string& menuPath)
+/** The registry knows the menus of all its paths; what is left is what a detailed log shows of each. */
+void RedfishConfigSettingManager::GetGroupName(const std::string& /*menuPath*/)
 {
     const LogEntryAndExit trace("RedfishConfigSettingManager::GetGroupName", __FILE__, __LINE__);
-    std::vector<std::string> pieces; // empty ones count
-    boost::split(pieces, menuPath, [](char character) { return character == '/'; });
-    if (pieces.size() < 3) {
-        return;
-    }
-    std::vector<std::string>& subMenus = m_Groups[pieces[1]];
-    if (pieces.size() > 3 && std::find(subMenus.begin(), subMenus.end(), pieces[2]) == subMenus.end()) {
-        subMenus.push_back(pieces[2]);
-    }
 }
 
 void RedfishConfigSettingManager::GetGroupList(std::map<std::string, std::vector<std::string>>& groups)
 {
     const LogEntryAndExit trace("RedfishConfigSettingManager::GetGroupList", __FILE__, __LINE__);
     groups.clear();
-    if (m_Groups.empty()) {
-        m_Settings.clear(); // single settings would count as all of them
+    const auto menus = [this] { return m_MenusKnown ? m_Expression.m_Registry->Menus() : Registry::Groups(); };
+    groups = menus();
+    if (groups.empty()) {
+        ++*m_Changes;
+        m_Settings->Clear(); // single settings would count as all of them
         GenerateSetting("");
+        groups = menus();
     }
-    groups = m_Groups;
 }
 
 } // namespace RedfishConfig

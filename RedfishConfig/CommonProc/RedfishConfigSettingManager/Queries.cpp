@@ -1,6 +1,8 @@
 #include <RedfishConfig/RedfishConfigSettingManager.h>
 
 #include "Operation.h"
+#include "SettingTable.h"
+#include "ValueApplication.h"
 
 namespace RedfishConfig {
 
@@ -68,17 +70,17 @@ RedfishConfigResult RedfishConfigSettingManager::QueryOne(const SettingQuery& qu
                                                           std::string& answer)
 {
     LogEnter(query.single);
-    SettingMap::iterator found;
+    std::size_t found = 0;
     RedfishConfigResult result = GenerateAndFind(name, found);
     if (result != RESULT_SUCCEED) {
         return result;
     }
-    result = ((*found->second).*query.ask)(answer, query.singleAction);
+    result = ((*m_Settings->At(found).Setting).*query.ask)(answer, query.singleAction);
     if (result != RESULT_SUCCEED) {
         if (query.singleFailure != nullptr) {
             LOG_LINE(LogDefect) << "Get Setting: " << name << query.singleFailure;
         }
-        NameAsTheCallerWrote(result, found->first, name);
+        NameAsTheCallerWrote(result, *m_Settings->At(found).Name, name);
         return result;
     }
     LogExit(query.single);
@@ -94,12 +96,14 @@ RedfishConfigResult RedfishConfigSettingManager::QueryGroup(const SettingQuery& 
         return summary;
     }
     answers.clear();
-    for (const auto& [name, setting] : m_Settings) {
+    for (const std::uint32_t number : m_Settings->InOrder()) {
+        const auto& [key, setting] = m_Settings->At(number);
+        const std::string& name = *key;
         std::string answer;
         RedfishConfigResult result =
             setting != nullptr ? ((*setting).*query.ask)(answer, query.groupAction) : MissingInCollection();
         if (result == RESULT_SUCCEED) {
-            answers[name] = std::move(answer);
+            answers.insert_or_assign(answers.end(), name, std::move(answer));
             continue;
         }
         result.SetSetting(name);
@@ -160,12 +164,12 @@ RedfishConfigSettingManager::QueryGroupSettingValidValues(std::map<std::string, 
 RedfishConfigResult RedfishConfigSettingManager::QuerySettingStatus(const std::string& name, SettingStatus& status)
 {
     LogEnter("QuerySettingStatus");
-    SettingMap::iterator found;
+    std::size_t found = 0;
     RedfishConfigResult result = GenerateAndFind(name, found);
     if (result != RESULT_SUCCEED) {
         return result;
     }
-    status = found->second->GetStatus();
+    status = m_Settings->At(found).Setting->GetStatus();
     LogExit("QuerySettingStatus");
     return result;
 }
@@ -178,9 +182,11 @@ RedfishConfigResult RedfishConfigSettingManager::QueryGroupSettingStatus(std::ma
         return result;
     }
     status.clear();
-    for (const auto& [name, setting] : m_Settings) {
+    for (const std::uint32_t number : m_Settings->InOrder()) {
+        const auto& [key, setting] = m_Settings->At(number);
+        const std::string& name = *key;
         if (setting != nullptr) {
-            status[name] = setting->GetStatus();
+            status.insert_or_assign(status.end(), name, setting->GetStatus());
             continue;
         }
         RedfishConfigResult missing = MissingInCollection();
@@ -198,9 +204,10 @@ RedfishConfigSettingManager::GetAllSettingProperties(std::vector<RedfishConfigSe
     LogEnter("GetAllSettingProperties");
     RedfishConfigResult result = GenerateForOperation("");
     if (result == RESULT_SUCCEED) {
-        for (const auto& [name, setting] : m_Settings) {
+        for (const std::uint32_t number : m_Settings->InOrder()) {
+            const auto& setting = m_Settings->At(number).Setting;
             if (setting != nullptr) {
-                properties.push_back(setting->GetSettingProperties());
+                properties.push_back(setting->WholeRecord());
             }
         }
     }
@@ -210,7 +217,7 @@ RedfishConfigSettingManager::GetAllSettingProperties(std::vector<RedfishConfigSe
 RedfishConfigResult RedfishConfigSettingManager::GetSettingProperties(const std::string& name,
                                                                       RedfishConfigSettingInfoStru& properties)
 {
-    if (m_Settings.count(name) == 0) {
+    if (!m_Settings->Has(name)) {
         RedfishConfigResult result = GenerateSetting(name);
         if (result == RESULT_SETTING_NOT_FOUND) {
             return NotFound(name);
@@ -220,10 +227,10 @@ RedfishConfigResult RedfishConfigSettingManager::GetSettingProperties(const std:
             return result;
         }
     }
-    SettingMap::iterator found;
+    std::size_t found = 0;
     RedfishConfigResult result = FindSetting(name, found);
     if (result == RESULT_SUCCEED) {
-        properties = found->second->GetSettingProperties();
+        properties = m_Settings->At(found).Setting->WholeRecord();
     }
     return result;
 }

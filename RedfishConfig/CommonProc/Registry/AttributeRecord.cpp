@@ -1,8 +1,7 @@
-#include <RedfishConfig/RedfishConfigSettingInfo.h>
+#include "AttributeRecord.h"
 
-#include "JsonMember.h"
-
-#include <string_view>
+#include <algorithm>
+#include <iterator>
 
 namespace RedfishConfig {
 
@@ -11,68 +10,104 @@ namespace json = boost::json;
 namespace {
 
 using Record = RedfishConfigSettingInfoStru;
+using Choice = RedfishConfigValueEntryStru;
 
-/** Reads the choices of a "Value" list. A choice without a name is skipped; of two with one name the first is kept. */
+template <auto Member>
+constexpr MemberReader<Record> Reads(std::string_view key)
+{
+    return ReaderOf<Member, Record>(key);
+}
+
+/** In alphabetical order, so that a key is found by halving. */
+constexpr MemberReader<Record> attributeMembers[] = {
+    Reads<&Record::AttributeName>("AttributeName"),
+    Reads<&Record::CurrentValue>("CurrentValue"),
+    Reads<&Record::DefaultValue>("DefaultValue"),
+    Reads<&Record::DisplayName>("DisplayName"),
+    Reads<&Record::DisplayOrder>("DisplayOrder"),
+    Reads<&Record::GrayOut>("GrayOut"),
+    Reads<&Record::HelpText>("HelpText"),
+    Reads<&Record::Hidden>("Hidden"),
+    Reads<&Record::Immutable>("Immutable"),
+    Reads<&Record::IsSystemUniqueProperty>("IsSystemUniqueProperty"),
+    Reads<&Record::LowerBound>("LowerBound"),
+    Reads<&Record::MaxLength>("MaxLength"),
+    Reads<&Record::MenuPath>("MenuPath"),
+    Reads<&Record::MinLength>("MinLength"),
+    Reads<&Record::ReadOnly>("ReadOnly"),
+    Reads<&Record::ResetRequired>("ResetRequired"),
+    Reads<&Record::ScalarIncrement>("ScalarIncrement"),
+    Reads<&Record::Type>("Type"),
+    Reads<&Record::UpperBound>("UpperBound"),
+    Reads<&Record::ValueExpression>("ValueExpression"),
+    Reads<&Record::WarningText>("WarningText"),
+    Reads<&Record::WriteOnly>("WriteOnly"),
+};
+
+constexpr bool AreInOrder()
+{
+    for (std::size_t row = 1; row < std::size(attributeMembers); ++row) {
+        if (attributeMembers[row - 1].Key >= attributeMembers[row].Key) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(AreInOrder());
+
+constexpr MemberReader<Choice> choiceMembers[] = {
+    ReaderOf<&Choice::ValueName, Choice>("ValueName"),
+    ReaderOf<&Choice::ValueDisplayName, Choice>("ValueDisplayName"),
+};
+
 void ReadChoices(Record& record, const json::value& json)
 {
-    const json::array* list = json.if_array();
-    if (list == nullptr) {
-        return;
-    }
-    for (const json::value& element : *list) {
-        auto entry = json::value_to<RedfishConfigValueEntryStru>(element);
-        if (entry.ValueName) {
-            record.Value.emplace(std::move(*entry.ValueName), entry.ValueDisplayName.value_or(""));
+    if (const json::array* list = json.if_array()) {
+        for (const json::value& element : *list) {
+            AddChoice(record, json::value_to<Choice>(element));
         }
     }
 }
 
-template <auto Member>
-void Read(Record& record, const json::value& json)
+std::string_view KeyOf(const json::key_value_pair& member)
 {
-    AssignFromJson(record.*Member, json);
+    return {member.key().data(), member.key().size()};
 }
 
-struct PropertyReader {
-    std::string_view key;
-    void (*read)(Record& record, const json::value& json);
-};
-
-/** The keys of an attribute object, in alphabetical order, and the member that each fills. */
-constexpr PropertyReader propertyReaders[] = {
-    {"AttributeName", Read<&Record::AttributeName>},
-    {"CurrentValue", Read<&Record::CurrentValue>},
-    {"DefaultValue", Read<&Record::DefaultValue>},
-    {"DisplayName", Read<&Record::DisplayName>},
-    {"DisplayOrder", Read<&Record::DisplayOrder>},
-    {"GrayOut", Read<&Record::GrayOut>},
-    {"HelpText", Read<&Record::HelpText>},
-    {"Hidden", Read<&Record::Hidden>},
-    {"Immutable", Read<&Record::Immutable>},
-    {"IsSystemUniqueProperty", Read<&Record::IsSystemUniqueProperty>},
-    {"LowerBound", Read<&Record::LowerBound>},
-    {"MaxLength", Read<&Record::MaxLength>},
-    {"MenuPath", Read<&Record::MenuPath>},
-    {"MinLength", Read<&Record::MinLength>},
-    {"ReadOnly", Read<&Record::ReadOnly>},
-    {"ResetRequired", Read<&Record::ResetRequired>},
-    {"ScalarIncrement", Read<&Record::ScalarIncrement>},
-    {"Type", Read<&Record::Type>},
-    {"UpperBound", Read<&Record::UpperBound>},
-    {"Value", ReadChoices},
-    {"ValueExpression", Read<&Record::ValueExpression>},
-    {"WarningText", Read<&Record::WarningText>},
-    {"WriteOnly", Read<&Record::WriteOnly>},
-};
-
 } // namespace
+
+const MemberReader<RedfishConfigSettingInfoStru>* FindAttributeMember(std::string_view key)
+{
+    const auto* const found =
+        std::lower_bound(std::begin(attributeMembers), std::end(attributeMembers), key,
+                         [](const MemberReader<Record>& row, std::string_view wanted) { return row.Key < wanted; });
+    return found != std::end(attributeMembers) && found->Key == key ? found : nullptr;
+}
+
+const MemberReader<RedfishConfigValueEntryStru>* FindChoiceMember(std::string_view key)
+{
+    const auto* const found = std::find_if(std::begin(choiceMembers), std::end(choiceMembers),
+                                           [&](const MemberReader<Choice>& row) { return row.Key == key; });
+    return found != std::end(choiceMembers) ? found : nullptr;
+}
+
+void AddChoice(RedfishConfigSettingInfoStru& record, RedfishConfigValueEntryStru&& choice)
+{
+    if (choice.ValueName) {
+        record.Value.emplace(std::move(*choice.ValueName), std::move(choice.ValueDisplayName).value_or(""));
+    }
+}
 
 RedfishConfigSettingInfoStru tag_invoke(json::value_to_tag<RedfishConfigSettingInfoStru>, const json::value& attribute)
 {
     RedfishConfigSettingInfoStru record;
-    for (const PropertyReader& property : propertyReaders) {
-        if (const json::value* found = FindMember(attribute, {property.key.data(), property.key.size()})) {
-            property.read(record, *found);
+    if (const json::object* members = attribute.if_object()) {
+        for (const json::key_value_pair& member : *members) {
+            if (const auto* reader = FindAttributeMember(KeyOf(member))) {
+                reader->Read(record, ScalarOf(member.value()));
+            } else if (KeyOf(member) == choicesKey) {
+                ReadChoices(record, member.value());
+            }
         }
     }
     return record;
@@ -81,8 +116,13 @@ RedfishConfigSettingInfoStru tag_invoke(json::value_to_tag<RedfishConfigSettingI
 RedfishConfigValueEntryStru tag_invoke(json::value_to_tag<RedfishConfigValueEntryStru>, const json::value& entry)
 {
     RedfishConfigValueEntryStru record;
-    ReadMember(record.ValueName, entry, "ValueName");
-    ReadMember(record.ValueDisplayName, entry, "ValueDisplayName");
+    if (const json::object* members = entry.if_object()) {
+        for (const json::key_value_pair& member : *members) {
+            if (const auto* reader = FindChoiceMember(KeyOf(member))) {
+                reader->Read(record, ScalarOf(member.value()));
+            }
+        }
+    }
     return record;
 }
 

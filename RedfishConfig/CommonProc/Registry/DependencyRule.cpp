@@ -1,59 +1,68 @@
 #include "DependencyRule.h"
 
-#include "JsonMember.h"
-
-#include <utility>
+#include <algorithm>
+#include <iterator>
 
 namespace RedfishConfig {
 
-namespace json = boost::json;
-
 namespace {
 
-/** The formula operator of a joiner; a text that is no joiner is kept, and fails when the formula is calculated. */
-std::string JoinerOperator(std::string mapTerms)
+/** Terms on this attribute test the controller itself, not a setting, and never count. */
+constexpr std::string_view controllerAttribute = "SYSACS";
+
+constexpr MemberReader<DependencyRule> ruleMembers[] = {
+    ReaderOf<&DependencyRule::MapToAttribute, DependencyRule>("MapToAttribute"),
+    ReaderOf<&DependencyRule::MapToProperty, DependencyRule>("MapToProperty"),
+    ReaderOf<&DependencyRule::MapToValue, DependencyRule>("MapToValue"),
+};
+
+constexpr MemberReader<MapFromTerm> termMembers[] = {
+    ReaderOf<&MapFromTerm::MapFromAttribute, MapFromTerm>("MapFromAttribute"),
+    ReaderOf<&MapFromTerm::MapFromCondition, MapFromTerm>("MapFromCondition"),
+    ReaderOf<&MapFromTerm::MapFromProperty, MapFromTerm>("MapFromProperty"),
+    ReaderOf<&MapFromTerm::MapFromValue, MapFromTerm>("MapFromValue"),
+    ReaderOf<&MapFromTerm::MapTerms, MapFromTerm>("MapTerms"),
+};
+
+template <class Table>
+auto Find(const Table& table, std::string_view key) -> decltype(std::begin(table))
 {
-    if (mapTerms == "OR") {
-        return "||";
-    }
-    if (mapTerms == "AND") {
-        return "&&";
-    }
-    return mapTerms;
+    const auto found =
+        std::find_if(std::begin(table), std::end(table), [&](const auto& row) { return row.Key == key; });
+    return found != std::end(table) ? found : nullptr;
 }
 
-MapFromTerm ReadTerm(const json::value& element)
+/** Makes a joiner a formula operator; a text that is no joiner is kept, and fails when the formula is calculated. */
+void JoinerToOperator(std::string& mapTerms)
 {
-    MapFromTerm term;
-    ReadMember(term.MapFromAttribute, element, "MapFromAttribute");
-    ReadMember(term.MapFromCondition, element, "MapFromCondition");
-    ReadMember(term.MapFromProperty, element, "MapFromProperty");
-    ReadMember(term.MapFromValue, element, "MapFromValue");
-    ReadMember(term.MapTerms, element, "MapTerms");
-    term.MapTerms = JoinerOperator(std::move(term.MapTerms));
-    return term;
+    if (mapTerms == "OR") {
+        mapTerms = "||";
+    } else if (mapTerms == "AND") {
+        mapTerms = "&&";
+    }
 }
 
 } // namespace
 
-DependencyRule ReadDependencyRule(const json::value& element, std::size_t position)
+const MemberReader<DependencyRule>* FindRuleMember(std::string_view key)
 {
-    DependencyRule rule;
-    rule.Position = position;
-    const json::value* dependency = FindMember(element, "Dependency");
-    if (dependency == nullptr) {
-        return rule;
+    return Find(ruleMembers, key);
+}
+
+const MemberReader<MapFromTerm>* FindTermMember(std::string_view key)
+{
+    return Find(termMembers, key);
+}
+
+void CompleteRule(DependencyRule& rule)
+{
+    auto& terms = rule.MapFrom;
+    terms.erase(std::remove_if(terms.begin(), terms.end(),
+                               [](const MapFromTerm& term) { return term.MapFromAttribute == controllerAttribute; }),
+                terms.end());
+    for (MapFromTerm& term : terms) {
+        JoinerToOperator(term.MapTerms);
     }
-    ReadMember(rule.MapToAttribute, *dependency, "MapToAttribute");
-    ReadMember(rule.MapToProperty, *dependency, "MapToProperty");
-    ReadMember(rule.MapToValue, *dependency, "MapToValue");
-    if (const json::value* mapFrom = FindMember(*dependency, "MapFrom"); mapFrom != nullptr && mapFrom->is_array()) {
-        rule.MapFrom.reserve(mapFrom->get_array().size());
-        for (const json::value& term : mapFrom->get_array()) {
-            rule.MapFrom.push_back(ReadTerm(term));
-        }
-    }
-    return rule;
 }
 
 } // namespace RedfishConfig

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <RedfishConfig/SettingValue.h>
-
-#include <boost/json/value.hpp>
+#include "JsonMember.h"
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace RedfishConfig {
@@ -28,7 +27,16 @@ struct DependencyRule {
     std::vector<MapFromTerm> MapFrom;
 };
 
-/** Reads one element of "Dependencies". What is missing or mistyped stays empty, down to a rule with nothing in it. */
-DependencyRule ReadDependencyRule(const boost::json::value& element, std::size_t position);
+/** The reader of the member that a key of a "Dependency" object fills, or null. Not for "MapFrom", the terms. */
+const MemberReader<DependencyRule>* FindRuleMember(std::string_view key);
+
+/** The same for an entry of "MapFrom". */
+const MemberReader<MapFromTerm>* FindTermMember(std::string_view key);
+
+/**
+ * Makes a rule whose members are read ready for formulas: joiners become operators, and terms on the controller itself
+ * go. What is missing or mistyped stays empty, down to a rule with nothing in it.
+ */
+void CompleteRule(DependencyRule& rule);
 
 } // namespace RedfishConfig

@@ -4,55 +4,81 @@ namespace RedfishConfig {
 
 namespace json = boost::json;
 
-void AssignFromJson(bool& member, const json::value& json)
+namespace {
+
+std::optional<std::int64_t> WholeNumber(const JsonScalar& scalar)
 {
-    if (const bool* flag = json.if_bool()) {
+    if (const auto* number = std::get_if<std::int64_t>(&scalar)) {
+        return *number;
+    }
+    json::value other;
+    if (const auto* fraction = std::get_if<double>(&scalar)) {
+        other = *fraction;
+    } else if (const auto* large = std::get_if<std::uint64_t>(&scalar)) {
+        other = *large;
+    }
+    json::error_code notExact;
+    const auto number = other.to_number<std::int64_t>(notExact);
+    return notExact ? std::nullopt : std::optional(number);
+}
+
+} // namespace
+
+JsonScalar ScalarOf(const json::value& json)
+{
+    switch (json.kind()) {
+    case json::kind::bool_:
+        return json.get_bool();
+    case json::kind::int64:
+        return json.get_int64();
+    case json::kind::uint64:
+        return json.get_uint64();
+    case json::kind::double_:
+        return json.get_double();
+    case json::kind::string:
+        return std::string_view(json.get_string().data(), json.get_string().size());
+    default:
+        return {};
+    }
+}
+
+void AssignScalar(bool& member, const JsonScalar& scalar)
+{
+    if (const bool* flag = std::get_if<bool>(&scalar)) {
         member = *flag;
     }
 }
 
-void AssignFromJson(std::optional<std::int64_t>& member, const json::value& json)
+void AssignScalar(std::optional<std::int64_t>& member, const JsonScalar& scalar)
 {
-    json::error_code notExact;
-    const auto number = json.to_number<std::int64_t>(notExact);
-    if (!notExact) {
+    if (const std::optional<std::int64_t> number = WholeNumber(scalar)) {
         member = number;
     }
 }
 
-void AssignFromJson(std::optional<std::string>& member, const json::value& json)
+void AssignScalar(std::optional<std::string>& member, const JsonScalar& scalar)
 {
-    if (const json::string* text = json.if_string()) {
-        member.emplace(text->data(), text->size());
+    if (const auto* text = std::get_if<std::string_view>(&scalar)) {
+        member.emplace(*text);
     }
 }
 
-void AssignFromJson(std::string& member, const json::value& json)
+void AssignScalar(std::string& member, const JsonScalar& scalar)
 {
-    if (const json::string* text = json.if_string()) {
-        member.assign(text->data(), text->size());
+    if (const auto* text = std::get_if<std::string_view>(&scalar)) {
+        member.assign(*text);
     }
 }
 
-void AssignFromJson(SettingValue& member, const json::value& json)
+void AssignScalar(SettingValue& member, const JsonScalar& scalar)
 {
-    if (const json::string* text = json.if_string()) {
-        member = std::string(text->data(), text->size());
-    } else if (const bool* flag = json.if_bool()) {
+    if (const auto* text = std::get_if<std::string_view>(&scalar)) {
+        member.emplace(std::in_place_type<std::string>, *text);
+    } else if (const bool* flag = std::get_if<bool>(&scalar)) {
         member = *flag;
-    } else {
-        std::optional<std::int64_t> number;
-        AssignFromJson(number, json);
-        if (number) {
-            member = *number;
-        }
+    } else if (const std::optional<std::int64_t> number = WholeNumber(scalar)) {
+        member = *number;
     }
-}
-
-const json::value* FindMember(const json::value& json, json::string_view key)
-{
-    const json::object* object = json.if_object();
-    return object != nullptr ? object->if_contains(key) : nullptr;
 }
 
 } // namespace RedfishConfig

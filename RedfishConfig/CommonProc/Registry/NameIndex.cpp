@@ -1,32 +1,83 @@
 #include "NameIndex.h"
 
-#include "../LetterCase.h"
+#include "NameHash.h"
 
+#include <algorithm>
+#include <locale>
 #include <utility>
 
 namespace RedfishConfig {
 
-NameIndex::NameIndex(std::size_t count, NameAt nameAt) : m_Count(count), m_NameAt(std::move(nameAt)) {}
-
-const std::vector<std::size_t>& NameIndex::Find(const std::string& name) const
+NameIndex::NameIndex(std::vector<std::string_view> names, const CaseFolding& folding)
+    : m_Names(std::move(names)), m_Folding(folding), m_Next(m_Names.size(), noPosition)
 {
-    static const std::vector<std::size_t> none;
-    if (!m_Built || m_Locale != std::locale()) {
-        Build();
+    std::size_t cells = 16;
+    while (cells < m_Names.size() * 2) {
+        cells *= 2;
     }
-    const auto found = m_Positions.find(UpperCopy(name));
-    return found != m_Positions.end() ? found->second : none;
+    m_Cells.assign(cells, noPosition);
+    std::vector<Position> last(m_Names.size()); // by the first record of a name
+    for (Position position = 0; position < m_Names.size(); ++position) {
+        Position& first = m_Cells[CellOf(m_Names[position])];
+        if (first == noPosition) {
+            first = position;
+        } else {
+            m_Next[last[first]] = position;
+        }
+        last[first] = position;
+    }
 }
 
-void NameIndex::Build() const
+std::size_t NameIndex::First(std::string_view name) const
 {
-    m_Built = false;
-    m_Locale = std::locale();
-    m_Positions.clear();
-    for (std::size_t position = 0; position < m_Count; ++position) {
-        m_Positions[UpperCopy(std::string(m_NameAt(position)))].push_back(position);
+    return Widen(m_Cells[CellOf(name)]);
+}
+
+std::uint64_t NameIndex::Hash(std::string_view name) const
+{
+    NameHash hash;
+    for (auto byte = name.rbegin(); byte != name.rend(); ++byte) {
+        hash.AddBefore(Fold(m_Folding, *byte));
     }
-    m_Built = true;
+    return hash.Value();
+}
+
+bool NameIndex::Same(std::string_view left, std::string_view right) const
+{
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [this](char a, char b) { return Fold(m_Folding, a) == Fold(m_Folding, b); });
+}
+
+std::size_t NameIndex::CellOf(std::string_view name) const
+{
+    const std::size_t mask = m_Cells.size() - 1;
+    std::size_t cell = Hash(name) & mask;
+    while (m_Cells[cell] != noPosition && !Same(m_Names[m_Cells[cell]], name)) {
+        cell = (cell + 1) & mask;
+    }
+    return cell;
+}
+
+LocaleNameIndex::LocaleNameIndex(std::vector<std::string_view> names)
+    : m_Names(std::move(names)), m_Ascii(std::make_shared<const NameIndex>(m_Names, AsciiUpperCase()))
+{
+}
+
+std::shared_ptr<const NameIndex> LocaleNameIndex::ForGlobalLocale() const
+{
+    if (std::locale() == std::locale::classic()) {
+        return m_Ascii;
+    }
+    const CaseFolding folding = GlobalUpperCase();
+    if (folding == AsciiUpperCase()) {
+        return m_Ascii;
+    }
+    const std::lock_guard<std::mutex> guard(m_Lock);
+    if (m_Other == nullptr || m_Folding != folding) {
+        m_Other = std::make_shared<const NameIndex>(m_Names, folding);
+        m_Folding = folding;
+    }
+    return m_Other;
 }
 
 } // namespace RedfishConfig

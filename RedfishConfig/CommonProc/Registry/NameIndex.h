@@ -1,38 +1,65 @@
 #pragma once
 
+#include "../LetterCase.h"
+
 #include <cstddef>
-#include <functional>
-#include <locale>
-#include <string>
+#include <cstdint>
+#include <memory>
+#include <mutex>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace RedfishConfig {
 
-/**
- * Finds the records of a list by name, without regard to letter case as the C++ global locale has it.
- *
- * Built on the first look-up, and again when the global locale has changed since.
- */
+/** Finds the records of a list by name without regard to letter case. Never changes once it is built. */
 class NameIndex {
 public:
-    using NameAt = std::function<std::string_view(std::size_t position)>;
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
-    /** @param nameAt the name of the record at a position below @p count; must stay callable and answer the same */
-    NameIndex(std::size_t count, NameAt nameAt);
+    /** @param names of the records by position; what they refer to must outlive this object */
+    NameIndex(std::vector<std::string_view> names, const CaseFolding& folding);
 
-    /** The positions of the records with that name, in ascending order. */
-    const std::vector<std::size_t>& Find(const std::string& name) const;
+    /** The position of the first record with that name, or none. */
+    std::size_t First(std::string_view name) const;
+
+    /** The position of the next record with the same name as the one at @p position, or none. */
+    std::size_t Next(std::size_t position) const { return Widen(m_Next[position]); }
+
+    std::string_view NameAt(std::size_t position) const { return m_Names[position]; }
 
 private:
-    void Build() const;
+    using Position = std::uint32_t;
+    static constexpr Position noPosition = static_cast<Position>(-1);
 
-    std::size_t m_Count;
-    NameAt m_NameAt;
-    mutable bool m_Built = false;
-    mutable std::locale m_Locale;
-    mutable std::unordered_map<std::string, std::vector<std::size_t>> m_Positions; // by the name in upper case
+    static std::size_t Widen(Position position) { return position != noPosition ? position : none; }
+    std::uint64_t Hash(std::string_view name) const;
+    bool Same(std::string_view left, std::string_view right) const;
+    // The cell of a name, or the empty one where it would be put.
+    std::size_t CellOf(std::string_view name) const;
+
+    std::vector<std::string_view> m_Names;
+    CaseFolding m_Folding;
+    std::vector<Position> m_Cells; // the first record of each name, at a place that its hash tells or behind
+    std::vector<Position> m_Next;  // of each record, the next with the same name
+};
+
+/**
+ * The index by the letter case of the C++ global locale, whichever that is at the time of asking. Managers on several
+ * threads may ask at the same time.
+ */
+class LocaleNameIndex {
+public:
+    explicit LocaleNameIndex(std::vector<std::string_view> names);
+
+    const NameIndex& ForAscii() const { return *m_Ascii; }
+    std::shared_ptr<const NameIndex> ForGlobalLocale() const;
+
+private:
+    std::vector<std::string_view> m_Names;
+    std::shared_ptr<const NameIndex> m_Ascii;
+    mutable std::mutex m_Lock;
+    mutable CaseFolding m_Folding{}; // of m_Other
+    mutable std::shared_ptr<const NameIndex> m_Other;
 };
 
 } // namespace RedfishConfig

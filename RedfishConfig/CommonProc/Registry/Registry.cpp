@@ -1,10 +1,10 @@
 #include "Registry.h"
 
-#include "../Limits.h"
-#include "JsonMember.h"
+#include "../LetterCase.h"
+#include "../RedfishConfigExpression/RuleFormula.h"
+#include "../RedfishConfigExpression/SettingNames.h"
 
-#include <boost/json/monotonic_resource.hpp>
-#include <boost/json/parse.hpp>
+#include <boost/algorithm/string/split.hpp>
 
 #include <algorithm>
 #include <stdexcept>
@@ -12,132 +12,218 @@
 
 namespace RedfishConfig {
 
-namespace json = boost::json;
-
 namespace {
 
-/** Terms on this attribute test the controller itself, not a setting, and never count. */
-constexpr std::string_view controllerAttribute = "SYSACS";
-
-void CheckCount(const char* what, std::size_t count, std::size_t limit)
+std::string_view NameOf(const Registry::Record& record)
 {
-    if (count > limit) {
-        throw std::runtime_error("The registry has more than " + std::to_string(limit) + " " + what + ".");
-    }
+    return record.AttributeName ? std::string_view(*record.AttributeName) : std::string_view();
 }
 
-void RemoveControllerTerms(DependencyRule& rule)
+std::vector<std::string_view> AttributeNames(const std::deque<Registry::Record>& attributes)
 {
-    auto& terms = rule.MapFrom;
-    terms.erase(std::remove_if(terms.begin(), terms.end(),
-                               [](const MapFromTerm& term) { return term.MapFromAttribute == controllerAttribute; }),
-                terms.end());
+    std::vector<std::string_view> names;
+    names.reserve(attributes.size());
+    for (const Registry::Record& record : attributes) {
+        names.push_back(NameOf(record));
+    }
+    return names;
+}
+
+std::vector<std::string_view> TargetNames(const std::vector<DependencyRule>& rules)
+{
+    std::vector<std::string_view> names;
+    names.reserve(rules.size());
+    for (const DependencyRule& rule : rules) {
+        names.emplace_back(rule.MapToAttribute);
+    }
+    return names;
+}
+
+/** The first letters of a name as a number that orders as CaseInsensitiveComparator orders them. */
+std::uint64_t Opening(std::string_view name)
+{
+    std::uint64_t opening = 0;
+    for (std::size_t place = 0; place < sizeof opening; ++place) {
+        opening <<= 8U;
+        opening |= place < name.size() ? static_cast<unsigned char>(LowerAscii(name[place])) : 0U;
+    }
+    return opening;
+}
+
+/** Adds the menu and sub-menu of "./MENU/SUB-MENU/...". A path of two pieces names no menu; empty pieces count. */
+void AddMenu(const std::string& path, Registry::Groups& groups)
+{
+    std::vector<std::string> pieces;
+    boost::split(pieces, path, [](char character) { return character == '/'; });
+    if (pieces.size() < 3) {
+        return;
+    }
+    std::vector<std::string>& subMenus = groups[pieces[1]];
+    if (pieces.size() > 3 && std::find(subMenus.begin(), subMenus.end(), pieces[2]) == subMenus.end()) {
+        subMenus.push_back(pieces[2]);
+    }
 }
 
 } // namespace
 
 std::shared_ptr<const Registry> Registry::Read(std::string_view text)
 {
-    if (text.size() > Limits::registryBytes) {
-        throw std::runtime_error("The registry is longer than " + std::to_string(Limits::registryBytes) + " bytes.");
-    }
-    json::monotonic_resource storage;
-    json::parse_options options;
-    options.max_depth = Limits::registryDepth;
-    const json::value document = json::parse({text.data(), text.size()}, &storage, options);
-    const json::object* root = document.if_object();
-    if (root == nullptr) {
-        throw std::runtime_error("The registry is not a JSON object.");
-    }
-    return std::shared_ptr<const Registry>(new Registry(*root));
+    return std::make_shared<const Registry>(ReadRegistryText(text));
 }
 
-Registry::Registry(const json::object& root)
+Registry::Registry(RegistryContent&& content)
+    : m_Content(std::move(content)),
+      m_AttributeIndex(std::make_unique<const LocaleNameIndex>(AttributeNames(m_Content.Attributes))),
+      m_TargetIndex(std::make_unique<const LocaleNameIndex>(TargetNames(m_Content.Rules))),
+      m_ExactTargets(TargetNames(m_Content.Rules), NoFolding())
 {
-    ReadAttributes(root);
-    ReadDependencies(root);
-    m_AttributeIndex = std::make_unique<const NameIndex>(m_Attributes.size(), [this](std::size_t position) {
-        const auto& name = m_Attributes[position].AttributeName;
-        return name ? std::string_view(*name) : std::string_view();
-    });
-    m_TargetIndex = std::make_unique<const NameIndex>(
-        m_Rules.size(), [this](std::size_t index) { return std::string_view(m_Rules[index].MapToAttribute); });
-}
-
-void Registry::ReadAttributes(const json::object& root)
-{
-    const json::value* entries = root.if_contains("RegistryEntries");
-    const json::value* attributes = entries != nullptr ? FindMember(*entries, "Attributes") : nullptr;
-    if (attributes == nullptr) {
-        m_AttributesDefect = R"(The registry has no "Attributes" in an object "RegistryEntries".)";
-    } else if (!attributes->is_array()) {
-        m_AttributesDefect = R"(The "Attributes" of the registry are not an array.)";
-    } else {
-        CheckCount("attributes", attributes->get_array().size(), Limits::attributes);
-        m_Attributes = json::value_to<std::vector<RedfishConfigSettingInfoStru>>(*attributes);
+    m_Types.reserve(m_Content.Attributes.size());
+    for (const Record& record : m_Content.Attributes) {
+        m_Types.push_back(SettingTypeOf(record.Type));
     }
-}
-
-void Registry::ReadDependencies(const json::object& root)
-{
-    const json::value* entries = root.if_contains("RegistryEntries");
-    const json::value* dependencies = entries != nullptr ? FindMember(*entries, "Dependencies") : nullptr;
-    if (dependencies == nullptr) {
-        m_Dependencies = DependencyList::Missing;
-        return;
-    }
-    const json::array* list = dependencies->if_array();
-    if (list == nullptr) {
-        m_Dependencies = DependencyList::Unreadable;
-        return;
-    }
-    CheckCount("rules", list->size(), Limits::rules);
-    m_Dependencies = DependencyList::Present;
-    for (std::size_t position = 0; position < list->size(); ++position) {
-        DependencyRule rule = ReadDependencyRule((*list)[position], position);
-        RemoveControllerTerms(rule);
-        if (!rule.MapFrom.empty()) {
-            m_Rules.push_back(std::move(rule));
+    constexpr auto unknown = static_cast<std::uint32_t>(-1);
+    const NameIndex& index = m_AttributeIndex->ForAscii();
+    m_Settings.assign(m_Content.Attributes.size(), unknown);
+    for (std::uint32_t first = 0; first < m_Settings.size(); ++first) {
+        for (std::size_t same = first; same != NameIndex::none && m_Settings[same] == unknown;
+             same = index.Next(same)) {
+            m_Settings[same] = first;
         }
+        m_SettingCount += IsSetting(first) ? 1U : 0U;
     }
 }
 
-const std::vector<RedfishConfigSettingInfoStru>& Registry::Attributes() const
+Registry::~Registry() = default;
+
+const std::deque<Registry::Record>& Registry::Attributes() const
 {
-    if (!m_AttributesDefect.empty()) {
-        throw std::runtime_error(m_AttributesDefect);
+    if (!m_Content.AttributesDefect.empty()) {
+        throw std::runtime_error(m_Content.AttributesDefect);
     }
-    return m_Attributes;
+    return m_Content.Attributes;
 }
 
-const RedfishConfigSettingInfoStru* Registry::FindAttribute(const std::string& name) const
+std::size_t Registry::FindAttribute(const std::string& name) const
 {
-    const auto& attributes = Attributes();
-    const auto& positions = m_AttributeIndex->Find(name);
-    return positions.empty() ? nullptr : &attributes[positions.front()];
+    Attributes();
+    return m_AttributeIndex->ForGlobalLocale()->First(name);
 }
 
-Registry::DependencyList Registry::Dependencies() const
+bool Registry::IsSetting(std::size_t attribute) const
 {
-    return m_Dependencies;
+    return m_Settings[attribute] == attribute && !NameOf(m_Content.Attributes[attribute]).empty();
 }
 
-const std::vector<DependencyRule>& Registry::Rules() const
+const std::vector<std::uint32_t>& Registry::SettingsInOrder() const
 {
-    return m_Rules;
+    return m_SettingsInOrder.Get([this] {
+        struct Place {
+            std::uint64_t opening;
+            std::uint32_t setting;
+        };
+        std::vector<Place> places;
+        places.reserve(m_Settings.size());
+        for (std::uint32_t attribute = 0; attribute < m_Settings.size(); ++attribute) {
+            if (IsSetting(attribute)) {
+                places.push_back({Opening(NameOf(m_Content.Attributes[attribute])), attribute});
+            }
+        }
+        std::sort(places.begin(), places.end(), [this](const Place& left, const Place& right) {
+            if (left.opening != right.opening) {
+                return left.opening < right.opening;
+            }
+            return CaseInsensitiveComparator()(*m_Content.Attributes[left.setting].AttributeName,
+                                               *m_Content.Attributes[right.setting].AttributeName);
+        });
+        std::vector<std::uint32_t> order;
+        order.reserve(places.size());
+        for (const Place& place : places) {
+            order.push_back(place.setting);
+        }
+        return order;
+    });
 }
 
-const std::vector<std::size_t>& Registry::RulesFor(const std::string& target) const
+const SettingNames& Registry::Names() const
 {
-    return m_TargetIndex->Find(target);
+    return m_Names.Get([this] { return SettingNames(AttributeNames(m_Content.Attributes)); });
+}
+
+const Registry::Groups& Registry::Menus() const
+{
+    return m_Menus.Get([this] {
+        Groups groups;
+        for (const Record& record : m_Content.Attributes) {
+            if (!record.MenuPath.value_or("").empty()) {
+                AddMenu(*record.MenuPath, groups);
+            }
+        }
+        return groups;
+    });
+}
+
+std::vector<std::size_t> Registry::RulesFor(const std::string& target) const
+{
+    const std::shared_ptr<const NameIndex> index = m_TargetIndex->ForGlobalLocale();
+    std::vector<std::size_t> rules;
+    for (std::size_t rule = index->First(target); rule != NameIndex::none; rule = index->Next(rule)) {
+        rules.push_back(rule);
+    }
+    return rules;
 }
 
 const DependencyRule* Registry::RuleAt(std::size_t position) const
 {
     const auto found =
-        std::lower_bound(m_Rules.begin(), m_Rules.end(), position,
+        std::lower_bound(Rules().begin(), Rules().end(), position,
                          [](const DependencyRule& rule, std::size_t wanted) { return rule.Position < wanted; });
-    return found != m_Rules.end() && found->Position == position ? &*found : nullptr;
+    return found != Rules().end() && found->Position == position ? &*found : nullptr;
+}
+
+std::shared_ptr<const SettingFormulas> Registry::FormulasOf(const std::string& target) const
+{
+    const std::size_t firstRule = m_ExactTargets.First(target);
+    if (firstRule == NameIndex::none) {
+        return nullptr;
+    }
+    const std::lock_guard<std::mutex> guard(m_FormulasLock);
+    auto known = m_Formulas.find(firstRule);
+    if (known == m_Formulas.end()) {
+        known = m_Formulas.emplace(firstRule, MakeFormulas(firstRule)).first;
+    }
+    return known->second;
+}
+
+std::shared_ptr<const SettingFormulas> Registry::MakeFormulas(std::size_t firstRule) const
+{
+    auto formulas = std::make_shared<SettingFormulas>();
+    for (std::size_t rule = firstRule; rule != NameIndex::none; rule = m_ExactTargets.Next(rule)) {
+        if (const std::optional<std::string> formula = ComposeFormula(Rules()[rule])) {
+            AddRule(formulas->ByProperty, Rules()[rule], *formula);
+        }
+    }
+    if (formulas->ByProperty.empty()) {
+        return nullptr;
+    }
+    formulas->SettingsRead = SettingsReadBy(formulas->ByProperty);
+    return formulas;
+}
+
+std::vector<std::string> Registry::SettingsReadBy(const std::map<std::string, PropertyExpression>& byProperty) const
+{
+    std::vector<std::size_t> positions;
+    for (const auto& [property, expression] : byProperty) {
+        positions.insert(positions.end(), expression.Rules.begin(), expression.Rules.end());
+    }
+    std::sort(positions.begin(), positions.end());
+    std::vector<std::string> names;
+    UniqueNames uniqueNames(names);
+    for (const std::size_t position : positions) {
+        if (const DependencyRule* rule = RuleAt(position)) {
+            uniqueNames.AddSourcesOf(*rule);
+        }
+    }
+    return names;
 }
 
 } // namespace RedfishConfig

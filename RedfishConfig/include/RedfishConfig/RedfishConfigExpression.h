@@ -9,6 +9,7 @@
 #include <RedfishConfig/RedfishConfigResult.h>
 #include <RedfishConfig/RedfishConfigSettingInfo.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -69,12 +70,14 @@ public:
 private:
     friend class RedfishConfigSettingManager;
 
-    // The registry as read from the text: parsed on first use and kept, so a text is parsed once.
-    const Registry& ReadRegistry(const std::string& text);
-    RedfishConfigResult ReadDependencyList(const std::string& text);
-    RedfishConfigResult BuildExpression(const DependencyRule& rule, ExpressionMaps& maps);
-    // The names that the rules of these formulas read, in the rules' order, each once.
-    std::vector<std::string> SettingsReadBy(const std::map<std::string, PropertyExpression>& expressions) const;
+    using RegistryReading = std::function<std::shared_ptr<const Registry>()>; // called on first use, until it succeeds
+
+    RedfishConfigResult ReadDependencyList(const RegistryReading& read);
+    // Like the operations above. Without maps only the dependency list is read, and related names are found.
+    RedfishConfigResult ParseAll(const RegistryReading& read, ExpressionMaps* maps);
+    RedfishConfigResult ParseSingle(const RegistryReading& read, const std::string& setting,
+                                    std::vector<std::string>& related, ExpressionMaps* maps);
+    static RedfishConfigResult BuildExpression(const DependencyRule& rule, ExpressionMaps& maps);
 
     std::shared_ptr<const Registry> m_Registry;
     bool m_DependenciesRead = false;

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -67,6 +68,12 @@ struct SettingStatus {
 };
 
 struct DynamicProperty;
+struct FormulaState;
+struct RegistryEntry;
+struct SettingFormulas;
+struct SubstitutionEffort;
+class SettingKeys;
+class ValueApplication;
 class ValueSubstitution;
 
 /**
@@ -81,6 +88,7 @@ class ValueSubstitution;
 class REDFISHCONFIG_EXPORT RedfishConfigSetting {
 public:
     RedfishConfigSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
+    RedfishConfigSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
     RedfishConfigSetting(const RedfishConfigSetting& other);
     RedfishConfigSetting& operator=(const RedfishConfigSetting& other);
     virtual ~RedfishConfigSetting();
@@ -242,9 +250,12 @@ protected:
     /** Checks a text's length in bytes. @return 0; 10 with a reason; 8 without one when the limits are unusable. */
     RedfishConfigResult CheckLength(const std::string& newValue, std::string& errMsg);
 
+    /** The registry's record. For the current value ask m_CurrentValue, for formulas GetSettingProperties(). */
+    const RedfishConfigSettingInfoStru& Info() const { return *m_Info; }
+
     std::string m_ErrMsg; ///< the reason of the last refusal or verdict
-    RedfishConfigSettingInfoStru m_Info;
     Config_Options m_Options;
+    SettingValue m_CurrentValue;
 
 private:
     /** The text that a PATCH body carries for an accepted value. */
@@ -265,15 +276,30 @@ private:
                                      const std::function<void(std::string&& text)>& take);
     RedfishConfigResult RefuseAsMissing(const char* what);
     RedfishConfigResult OpenQuery(const filterAction& action, RefusalWords refusalWords);
-    void PutValuesIntoFormulas(ValueSubstitution& values);
 
-    friend class RedfishConfigSettingManager; // puts the values of all its settings into the formulas
+    void Adopt(const RegistryEntry& entry);
+    RedfishConfigSettingInfoStru WholeRecord() const;
+    void RenewWholeRecord();
+    std::size_t FormulaCount() const;
+    // Whether the formula is not given up as too long.
+    bool PutValuesIntoFormula(std::size_t number, ValueSubstitution& values, SubstitutionEffort& spent);
+    static bool Calculate(FormulaState& formula);
+
+    friend class RedfishConfigSettingManager;
+    friend class SettingKeys;      // reads the values of all settings of a manager
+    friend class ValueApplication; // and puts them into their formulas
+
+    std::shared_ptr<const RedfishConfigSettingInfoStru> m_Info; // shared with the settings of other managers
+    std::shared_ptr<const SettingFormulas> m_Formulas;          // the same; null when there are none
+    std::vector<FormulaState> m_FormulaStates;
+    mutable std::unique_ptr<RedfishConfigSettingInfoStru> m_Whole; // made when a caller asks for the whole record
 };
 
 /** A setting of type "Boolean". */
 class REDFISHCONFIG_EXPORT RedfishConfigBooleanSetting : public RedfishConfigSetting {
 public:
     RedfishConfigBooleanSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
+    RedfishConfigBooleanSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
     RedfishConfigBooleanSetting(const RedfishConfigBooleanSetting& other);
     ~RedfishConfigBooleanSetting() override;
 
@@ -291,6 +317,7 @@ private:
 class REDFISHCONFIG_EXPORT RedfishConfigEnumerateSetting : public RedfishConfigSetting {
 public:
     RedfishConfigEnumerateSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
+    RedfishConfigEnumerateSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
     RedfishConfigEnumerateSetting(const RedfishConfigEnumerateSetting& other);
     ~RedfishConfigEnumerateSetting() override;
 
@@ -311,6 +338,7 @@ private:
 class REDFISHCONFIG_EXPORT RedfishConfigNumericSetting : public RedfishConfigSetting {
 public:
     RedfishConfigNumericSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
+    RedfishConfigNumericSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
     RedfishConfigNumericSetting(const RedfishConfigNumericSetting& other);
     ~RedfishConfigNumericSetting() override;
 
@@ -330,6 +358,7 @@ private:
 class REDFISHCONFIG_EXPORT RedfishConfigPasswordSetting : public RedfishConfigSetting {
 public:
     RedfishConfigPasswordSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
+    RedfishConfigPasswordSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
     RedfishConfigPasswordSetting(const RedfishConfigPasswordSetting& other);
     ~RedfishConfigPasswordSetting() override;
 
@@ -347,6 +376,7 @@ private:
 class REDFISHCONFIG_EXPORT RedfishConfigTextSetting : public RedfishConfigSetting {
 public:
     RedfishConfigTextSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
+    RedfishConfigTextSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
     RedfishConfigTextSetting(const RedfishConfigTextSetting& other);
     ~RedfishConfigTextSetting() override;
 

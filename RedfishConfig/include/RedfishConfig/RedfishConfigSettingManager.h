@@ -12,15 +12,20 @@
 #include <RedfishConfig/RedfishConfigSettingInfo.h>
 #include <RedfishConfig/SettingValue.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace RedfishConfig {
 
+class RegistrySource;
+class SettingTable;
+class ValueApplication;
 struct SettingQuery;
 
 /**
@@ -189,44 +194,43 @@ public:
     void SetCFCSystem(const bool& cfc);
 
 private:
-    using SettingMap = std::map<std::string, std::shared_ptr<RedfishConfigSetting>, CaseInsensitiveComparator>;
-    using SettingFactory = std::shared_ptr<RedfishConfigSetting> (RedfishConfigSettingManager::*)(
-        RedfishConfigSettingInfoStru& record, const Config_Options& options);
-
     RedfishConfigResult ParseResponseAndGenerateSetting(const std::string& name);
     RedfishConfigResult GenerateSetting(const std::string& name);
     RedfishConfigResult GenerateExpression(std::vector<std::string>& relationSettings, const std::string& settingName);
     RedfishConfigResult GenerateAllSetting();
     RedfishConfigResult GenerateSpecifySetting(const std::pair<std::string, std::vector<std::string>>& settings);
     RedfishConfigResult GenerateSingleSetting(const std::string& name);
-    // Applies the manager's own values, unless the settings have them already.
-    void ApplyCurrentValues();
     void GetGroupName(const std::string& menuPath);
-    // Makes the attribute's setting by the factory of its type. False when the type is none of the known ones.
-    bool StoreSetting(const RedfishConfigSettingInfoStru& attribute);
+    // Makes the setting of an attribute by the factory of its type. False when the type is none of the known ones.
+    bool StoreSetting(std::size_t attribute);
     static RedfishConfigResult NotFound(const std::string& name);
     // Runs what reads the registry; what is raised in it is logged and answered with code 27.
     template <class Reading>
     static RedfishConfigResult AnswerWhatReadingRaises(Reading reading);
 
-    std::shared_ptr<RedfishConfigSetting> createTextSetting(RedfishConfigSettingInfoStru& record,
-                                                            const Config_Options& options);
-    std::shared_ptr<RedfishConfigSetting> createNumericSetting(RedfishConfigSettingInfoStru& record,
-                                                               const Config_Options& options);
-    std::shared_ptr<RedfishConfigSetting> createEnumerateSetting(RedfishConfigSettingInfoStru& record,
-                                                                 const Config_Options& options);
-    std::shared_ptr<RedfishConfigSetting> createBooleanSetting(RedfishConfigSettingInfoStru& record,
-                                                               const Config_Options& options);
-    std::shared_ptr<RedfishConfigSetting> createPasswordSetting(RedfishConfigSettingInfoStru& record,
-                                                                const Config_Options& options);
+    std::shared_ptr<RedfishConfigSetting> createTextSetting(std::size_t attribute);
+    std::shared_ptr<RedfishConfigSetting> createNumericSetting(std::size_t attribute);
+    std::shared_ptr<RedfishConfigSetting> createEnumerateSetting(std::size_t attribute);
+    std::shared_ptr<RedfishConfigSetting> createBooleanSetting(std::size_t attribute);
+    std::shared_ptr<RedfishConfigSetting> createPasswordSetting(std::size_t attribute);
     template <class TypedSetting>
-    std::shared_ptr<RedfishConfigSetting> CreateSetting(const char* factory, RedfishConfigSettingInfoStru& record,
-                                                        const Config_Options& options);
+    std::shared_ptr<RedfishConfigSetting> CreateSetting(const char* factory, std::size_t attribute);
+
+    // Applies the manager's own values, unless the settings have them already.
+    void ApplyCurrentValues();
+    void ApplyValues(const SettingValueMap& values, std::vector<std::uint32_t>& changed);
+    // Gives generated settings the values, and adds those whose value has changed to changed.
+    void SetValues(const SettingValueMap& values, std::vector<std::uint32_t>& changed);
+    void SetValue(std::size_t setting, const SettingValue& value, std::vector<std::uint32_t>& changed);
+
+    // The formulas of the targets whose rules were read. Settings that are generated before that go without.
+    bool HasFormulas(const std::string& target) const;
+    ExpressionMaps BuiltFormulas() const;
 
     // Each operation begins with this: the settings it needs are generated, and the current values applied.
     RedfishConfigResult GenerateForOperation(const std::string& name);
-    RedfishConfigResult FindSetting(const std::string& name, SettingMap::iterator& found);
-    RedfishConfigResult GenerateAndFind(const std::string& name, SettingMap::iterator& found);
+    RedfishConfigResult FindSetting(const std::string& name, std::size_t& found);
+    RedfishConfigResult GenerateAndFind(const std::string& name, std::size_t& found);
     RedfishConfigResult QueryOne(const SettingQuery& query, const std::string& name, std::string& answer);
     RedfishConfigResult PrepareOneOfMany(const std::string& name, const std::string& newValue,
                                          std::map<std::string, std::string>& patchContexts, const filterAction& action);
@@ -236,16 +240,21 @@ private:
     RedfishConfigResult QueryGroup(const SettingQuery& query, std::map<std::string, std::string>& answers);
 
     std::vector<RedfishConfigResult> m_Errors;
-    std::string m_RegistryText;
+    std::shared_ptr<RegistrySource> m_Source; // shared with all managers of the same registry
     SettingValueMap m_CurrentValues;
-    ExpressionMaps m_ExpressionMaps;
-    SettingMap m_Settings;
     bool m_CFCFlag;
     Config_Options m_Options;
-    std::map<std::string, std::vector<std::string>> m_Groups; // menu to its sub-menus, in first-seen order
-    RedfishConfigExpression m_Expression;                     // also keeps the registry as parsed
-    std::shared_ptr<std::uint64_t> m_Changes; // counts changes to settings; shared with copies, as the settings are
-    std::uint64_t m_ChangesWhenApplied = 0;   // of the time when the settings got the manager's own values
+    RedfishConfigExpression m_Expression; // also keeps the registry as read
+    bool m_AllFormulasBuilt = false;
+    std::set<std::string> m_FormulasBuiltFor; // targets, unless all are
+    std::unique_ptr<SettingTable> m_Settings;
+    bool m_MenusKnown = false; // from generating all settings
+
+    // How the settings stand to values. Copies share the settings, and so the count of changes to them.
+    std::shared_ptr<std::uint64_t> m_Changes;
+    std::unique_ptr<ValueApplication> m_Application;
+    bool m_OwnValuesApplied = false;           // but for the following
+    std::vector<std::uint32_t> m_OtherwiseSet; // settings that a caller has given another value since
 };
 
 } // namespace RedfishConfig

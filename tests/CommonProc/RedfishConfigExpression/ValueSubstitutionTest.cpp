@@ -1,5 +1,7 @@
 #include "CommonProc/RedfishConfigExpression/ValueSubstitution.h"
 
+#include "support/MapKeys.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -7,6 +9,7 @@
 #include <string>
 #include <vector>
 
+using RedfishConfig::SubstitutionEffort;
 using RedfishConfig::ValueSubstitution;
 using Texts = std::map<std::string, std::string>;
 
@@ -25,10 +28,17 @@ std::string ReplaceKeyByKey(std::string formula, const Texts& texts)
     return formula;
 }
 
+std::string Substitute(const Texts& texts, const std::string& formula)
+{
+    RegistryTest::MapKeys keys(texts);
+    SubstitutionEffort effort;
+    return ValueSubstitution(keys).Apply(formula, effort);
+}
+
 TEST(ValueSubstitution, ReplacesEveryOccurrence)
 {
     const Texts texts{{"A.CurrentValue", "X"}, {"B.CurrentValue", "Y"}};
-    EXPECT_EQ(ValueSubstitution(texts).Apply("((A.CurrentValue==X)||(A.CurrentValue==Z)&&(B.CurrentValue!=Y))"),
+    EXPECT_EQ(Substitute(texts, "((A.CurrentValue==X)||(A.CurrentValue==Z)&&(B.CurrentValue!=Y))"),
               "((X==X)||(X==Z)&&(Y!=Y))");
 }
 
@@ -36,53 +46,53 @@ TEST(ValueSubstitution, LeavesATextWithoutKeysAsItIs)
 {
     const Texts texts{{"A.CurrentValue", "X"}};
     for (const char* formula : {"", "true==true", "(Unknown.CurrentValue==X)", "A.ReadOnly", ".CurrentValue"}) {
-        EXPECT_EQ(ValueSubstitution(texts).Apply(formula), formula);
+        EXPECT_EQ(Substitute(texts, formula), formula);
     }
-    EXPECT_EQ(ValueSubstitution({}).Apply("A.CurrentValue"), "A.CurrentValue");
+    EXPECT_EQ(Substitute({}, "A.CurrentValue"), "A.CurrentValue");
 }
 
 TEST(ValueSubstitution, FindsAKeyAtTheEndOfALongerName)
 {
     const Texts texts{{"A.CurrentValue", "X"}};
-    EXPECT_EQ(ValueSubstitution(texts).Apply("(BA.CurrentValue==X)"), "(BX==X)");
+    EXPECT_EQ(Substitute(texts, "(BA.CurrentValue==X)"), "(BX==X)");
 }
 
 TEST(ValueSubstitution, TakesTheKeyThatOrdersFirstWhenTwoEndInOnePlace)
 {
     const Texts shorterFirst{{"A.CurrentValue", "X"}, {"BA.CurrentValue", "Y"}};
-    EXPECT_EQ(ValueSubstitution(shorterFirst).Apply("BA.CurrentValue"), "BX");
+    EXPECT_EQ(Substitute(shorterFirst, "BA.CurrentValue"), "BX");
     const Texts longerFirst{{"A.CurrentValue", "X"}, {"0A.CurrentValue", "Y"}};
-    EXPECT_EQ(ValueSubstitution(longerFirst).Apply("0A.CurrentValue"), "Y");
+    EXPECT_EQ(Substitute(longerFirst, "0A.CurrentValue"), "Y");
 }
 
 TEST(ValueSubstitution, FindsALaterKeyInTheTextOfAnEarlierOne)
 {
     const Texts texts{{"A.CurrentValue", "B.CurrentValue"}, {"B.CurrentValue", "A.CurrentValue"}};
-    EXPECT_EQ(ValueSubstitution(texts).Apply("A.CurrentValue,B.CurrentValue"), "A.CurrentValue,A.CurrentValue");
+    EXPECT_EQ(Substitute(texts, "A.CurrentValue,B.CurrentValue"), "A.CurrentValue,A.CurrentValue");
 }
 
 TEST(ValueSubstitution, FindsAKeyThatAValueAndTheTextAroundItMakeTogether)
 {
     const Texts texts{{"A.CurrentValue", "B"}, {"B.CurrentValue", "found"}};
-    EXPECT_EQ(ValueSubstitution(texts).Apply("A.CurrentValue.CurrentValue"), "found");
+    EXPECT_EQ(Substitute(texts, "A.CurrentValue.CurrentValue"), "found");
 }
 
 TEST(ValueSubstitution, PutsComparisonsInPlaceOfExistTests)
 {
     const Texts texts{{"A not exist", "true==false"}, {"A exist", "true==true"}};
-    EXPECT_EQ(ValueSubstitution(texts).Apply("((A not exist)||(A exist))"), "((true==false)||(true==true))");
+    EXPECT_EQ(Substitute(texts, "((A not exist)||(A exist))"), "((true==false)||(true==true))");
 }
 
 TEST(ValueSubstitution, OrdersKeysByUnsignedBytes)
 {
     const Texts texts{{"z.CurrentValue", "\xc3\xa9.CurrentValue"}, {"\xc3\xa9.CurrentValue", "last"}};
-    EXPECT_EQ(ValueSubstitution(texts).Apply("z.CurrentValue"), "last");
+    EXPECT_EQ(Substitute(texts, "z.CurrentValue"), "last");
 }
 
 TEST(ValueSubstitution, HandlesKeysWithoutPointOrBlankAndAnEmptyOne)
 {
     const Texts texts{{"", "never"}, {"key", "value"}};
-    EXPECT_EQ(ValueSubstitution(texts).Apply("monkey key"), "monvalue value");
+    EXPECT_EQ(Substitute(texts, "monkey key"), "monvalue value");
 }
 
 /** Names that end in each other, values that look like keys, parts of keys and operators. */
@@ -113,7 +123,7 @@ TEST(ValueSubstitution, AgreesWithReplacingKeyByKeyInRandomWorlds)
         }
         const std::string formula = someText(8);
         const std::string plain = ReplaceKeyByKey(formula, texts);
-        ASSERT_EQ(ValueSubstitution(texts).Apply(formula), plain) << formula;
+        ASSERT_EQ(Substitute(texts, formula), plain) << formula;
         changed += plain != formula ? 1U : 0U;
     }
     EXPECT_GT(changed, 4000u); // enough worlds have something to replace

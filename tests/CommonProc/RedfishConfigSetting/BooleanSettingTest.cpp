@@ -302,8 +302,8 @@ TEST(BooleanSetting, LeavesItsRecordAloneWhenItChecks)
     std::string value = "Nonsense";
     std::string reason;
     Check(setting, value, reason);
-    EXPECT_EQ(setting.m_Info.CurrentValue, SettingValue(false));
-    EXPECT_EQ(setting.m_Info.DefaultValue, SettingValue(true));
+    EXPECT_EQ(setting.GetSettingProperties().CurrentValue, SettingValue(false));
+    EXPECT_EQ(setting.GetSettingProperties().DefaultValue, SettingValue(true));
     EXPECT_EQ(setting.m_ErrMsg, "before");
 }
 

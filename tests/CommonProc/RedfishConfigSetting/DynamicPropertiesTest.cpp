@@ -309,8 +309,10 @@ TEST(ProtectedProperty, HasNoRuleAndNoLogLine)
     const LogCapture log;
     EXPECT_FALSE(setting.isProtected());
     EXPECT_EQ(setting.m_ErrMsg, "");
-    setting.m_Info.Hidden = true;
-    setting.m_Info.expressionMaps["Hidden"] = Rule(Truth(false), "true");
+    setting.ChangeRecord([](auto& record) {
+        record.Hidden = true;
+        record.expressionMaps["Hidden"] = Rule(Truth(false), "true");
+    });
     EXPECT_TRUE(setting.isProtected());
     EXPECT_EQ(log.Lines(), Lines());
 }

@@ -384,9 +384,9 @@ TEST(EnumerateSetting, LeavesItsRecordAloneWhenItChecks)
         std::string value = proposed;
         Check(setting, value, reason);
     }
-    EXPECT_EQ(setting.m_Info.CurrentValue, Text("Disabled"));
-    EXPECT_EQ(setting.m_Info.DefaultValue, Text("Enabled"));
-    EXPECT_EQ(setting.m_Info.Value, threeChoices);
+    EXPECT_EQ(setting.GetSettingProperties().CurrentValue, Text("Disabled"));
+    EXPECT_EQ(setting.GetSettingProperties().DefaultValue, Text("Enabled"));
+    EXPECT_EQ(setting.GetSettingProperties().Value, threeChoices);
     EXPECT_EQ(setting.m_ErrMsg, "before");
 }
 

@@ -281,7 +281,7 @@ TEST(SettingFilter, Of6And7KeepsWhatIsHiddenUnlessGrayOutHasWordsToo)
         Setting setting(record);
         EXPECT_EQ(Filter(setting, action).Reason,
                   "the setting is hidden if the result of the following expression is true: (A==X)");
-        setting.m_Info.GrayOut = true;
+        setting.ChangeRecord([](auto& whole) { whole.GrayOut = true; });
         EXPECT_EQ(Filter(setting, action).Reason, "the setting is grayout.");
     }
 }
@@ -317,7 +317,7 @@ TEST(SettingFilter, AdmitsAFlaggedSettingWhileARuleForFalseHolds)
     EXPECT_TRUE(answer.Value);
     EXPECT_EQ(answer.Reason, "");
 
-    setting.m_Info.expressionMaps["ReadOnly"].Formula = "false";
+    setting.ChangeRecord([](auto& record) { record.expressionMaps["ReadOnly"].Formula = "false"; });
     answer = Filter(setting, 8);
     EXPECT_FALSE(answer.Value);
     EXPECT_EQ(answer.Reason, "the setting is read only.");

@@ -561,10 +561,10 @@ TEST(NumericSetting, LeavesItsRecordAloneWhenItChecks)
     for (const char* value : {"10", "7", "99", "x"}) {
         CheckOf(setting, value);
     }
-    EXPECT_EQ(setting.m_Info.CurrentValue, Integer(0));
-    EXPECT_EQ(setting.m_Info.DefaultValue, Integer(5));
-    EXPECT_EQ(setting.m_Info.LowerBound, Number(0));
-    EXPECT_EQ(setting.m_Info.UpperBound, Number(10));
+    EXPECT_EQ(setting.GetSettingProperties().CurrentValue, Integer(0));
+    EXPECT_EQ(setting.GetSettingProperties().DefaultValue, Integer(5));
+    EXPECT_EQ(setting.GetSettingProperties().LowerBound, Number(0));
+    EXPECT_EQ(setting.GetSettingProperties().UpperBound, Number(10));
     EXPECT_EQ(setting.m_ErrMsg, "before");
 }
 

@@ -336,7 +336,29 @@ TEST(SettingAccessors, SetSettingPropertiesReplacesTheWholeRecord)
 TEST(SettingAccessors, GetSettingPropertiesIsTheRecordItself)
 {
     Probe<RedfishConfigTextSetting> setting(FullRecord());
-    EXPECT_EQ(&setting.GetSettingProperties(), &setting.m_Info);
+    const RedfishConfigSettingInfoStru& record = setting.GetSettingProperties();
+    EXPECT_EQ(&setting.GetSettingProperties(), &record);
+    setting.setCurrentValue(std::string("changed"));
+    EXPECT_EQ(record.CurrentValue, SettingValue(std::string("changed")));
+    setting.SetSettingDependencyList({"Other"});
+    EXPECT_EQ(record.dependencySettings, std::vector<std::string>{"Other"});
+    RedfishConfigSettingInfoStru empty;
+    empty.AttributeName = "Replaced";
+    setting.SetSettingProperties(empty);
+    EXPECT_EQ(record.AttributeName, "Replaced");
+    EXPECT_TRUE(record.expressionMaps.empty());
+    setting = Probe<RedfishConfigTextSetting>(FullRecord());
+    ExpectFullRecord(record);
+}
+
+TEST(SettingAccessors, CopiesHaveRecordsOfTheirOwn)
+{
+    Probe<RedfishConfigTextSetting> setting(FullRecord());
+    setting.GetSettingProperties();
+    Probe<RedfishConfigTextSetting> copy(setting);
+    copy.setCurrentValue(std::string("changed"));
+    EXPECT_EQ(copy.GetSettingProperties().CurrentValue, SettingValue(std::string("changed")));
+    ExpectFullRecord(setting.GetSettingProperties());
 }
 
 TEST(SettingAccessors, SetSettingDependencyListReplacesTheList)

@@ -434,8 +434,8 @@ TYPED_TEST(TextAndPasswordSetting, LeavesItsRecordAloneWhenItChecks)
         std::string value = proposed;
         Check(setting, value, reason);
     }
-    EXPECT_EQ(setting.m_Info.CurrentValue, SettingValue(std::string("abc")));
-    EXPECT_EQ(setting.m_Info.DefaultValue, SettingValue());
+    EXPECT_EQ(setting.GetSettingProperties().CurrentValue, SettingValue(std::string("abc")));
+    EXPECT_EQ(setting.GetSettingProperties().DefaultValue, SettingValue());
     EXPECT_EQ(setting.m_ErrMsg, "before");
 }
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 using namespace RegistryTest;
+using RedfishConfig::NameIndex;
 using RedfishConfig::Registry;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -53,14 +54,14 @@ TEST(Registry, FindsTheFirstAttributeOfANameInAnyLetterCase)
 {
     const auto registry = Registry::Read(
         RegistryBuilder().Attribute("Fan", "String").Attribute("FAN", "Integer").Attribute("Boot", "String").Text());
-    ASSERT_NE(registry->FindAttribute("fan"), nullptr);
-    EXPECT_EQ(registry->FindAttribute("fan")->Type, "String");
-    EXPECT_EQ(registry->FindAttribute("Fans"), nullptr);
+    EXPECT_EQ(registry->FindAttribute("fan"), 0u);
+    EXPECT_EQ(registry->FindAttribute("boot"), 2u);
+    EXPECT_EQ(registry->FindAttribute("Fans"), NameIndex::none);
 }
 
 TEST(Registry, TellsMissingUnreadableAndPresentRulesApart)
 {
-    using List = Registry::DependencyList;
+    using List = RedfishConfig::DependencyList;
     const std::vector<std::pair<const char*, List>> facts{
         {"{}", List::Missing},
         {R"({"RegistryEntries": 5})", List::Missing},

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "DependencyRule.h"
+
+#include <RedfishConfig/RedfishConfigSettingInfo.h>
+
+#include <map>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace RedfishConfig {
+
+/** What decides the dynamic properties of one setting; the same for all managers of a registry. */
+struct SettingFormulas {
+    std::map<std::string, PropertyExpression> ByProperty;
+    std::vector<std::string> SettingsRead; ///< by the formulas, in the rules' order, each once
+};
+
+/** What adding a rule to formulas came to. */
+enum class RuleOutcome {
+    Counts,   ///< it is part of a formula, perhaps since before
+    Opposite, ///< the property already has a formula that leads to another value, so the rule is left out
+};
+
+/**
+ * Adds a rule to the formula of the property that it decides, unless it is part of it already: either condition leads
+ * to the same value. Changes nothing when memory runs out.
+ */
+RuleOutcome AddRule(std::map<std::string, PropertyExpression>& byProperty, const DependencyRule& rule,
+                    const std::string& formula);
+
+/** Appends names to a list that holds each once. */
+class UniqueNames {
+public:
+    explicit UniqueNames(std::vector<std::string>& names) : m_Names(names), m_Known(names.begin(), names.end()) {}
+
+    void AddSourcesOf(const DependencyRule& rule)
+    {
+        for (const MapFromTerm& term : rule.MapFrom) {
+            if (!term.MapFromAttribute.empty() && m_Known.insert(term.MapFromAttribute).second) {
+                m_Names.push_back(term.MapFromAttribute);
+            }
+        }
+    }
+
+private:
+    std::vector<std::string>& m_Names;
+    std::unordered_set<std::string> m_Known;
+};
+
+} // namespace RedfishConfig
