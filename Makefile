@@ -6,7 +6,7 @@ SECONDS ?= 60
 STRICT := -DREDFISHCONFIG_WARNINGS_AS_ERRORS=ON
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: demo test test-long packages build sanitize thread fuzz coverage format check-format lint gate clean
+.PHONY: demo test test-long packages build sanitize thread fuzz bench coverage format check-format lint gate clean
 
 demo: build
 	@sh examples/demo.sh build/release/tool/redfishconfig
@@ -38,6 +38,12 @@ fuzz: packages
 	cmake --preset fuzz
 	cmake --build --preset fuzz -j $(JOBS)
 	fuzz/run build/fuzz $(SECONDS)
+
+# Prints the figures beside their goals, and writes them to build/bench/figures.json.
+bench: packages
+	cmake --preset bench
+	cmake --build --preset bench -j $(JOBS)
+	build/bench/bench/redfishconfig_bench build/bench/figures.json
 
 coverage: packages
 	cmake --preset coverage

@@ -48,12 +48,19 @@ std::string Lists(const char* key, std::size_t count)
 
 /** The settings of a registry, and the keys that formulas find of them. */
 struct GeneratedSettings {
-    explicit GeneratedSettings(const RegistryBuilder& builder) : Source(Registry::Read(builder.Text())), Keys(Table)
+    explicit GeneratedSettings(const RegistryBuilder& builder)
+        : Source(Registry::Read(builder.Text())), Table(AllOf(Source)), Keys(Table)
     {
-        for (std::size_t position = 0; position < Source->Attributes().size(); ++position) {
-            Table.Store(Source, position,
-                        std::make_shared<RedfishConfigTextSetting>(Source->Attributes()[position], Config_Options{}));
+    }
+
+    static SettingTable AllOf(const std::shared_ptr<const Registry>& source)
+    {
+        SettingTable table;
+        for (std::size_t position = 0; position < source->Attributes().size(); ++position) {
+            table.Store(source, position,
+                        std::make_shared<RedfishConfigTextSetting>(source->Attributes()[position], Config_Options{}));
         }
+        return table;
     }
 
     std::shared_ptr<const Registry> Source;

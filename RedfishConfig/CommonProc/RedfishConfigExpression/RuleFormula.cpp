@@ -35,43 +35,48 @@ const Condition* FindCondition(std::string_view name)
     return found != std::end(conditions) ? found : nullptr;
 }
 
-std::string WriteTerm(const MapFromTerm& term, std::string_view operatorText, std::string_view value)
+void WriteTerm(std::string& formula, const MapFromTerm& term, std::string_view operatorText, std::string_view value)
 {
-    std::string text = "(" + term.MapFromAttribute + "." + term.MapFromProperty;
-    text.append(operatorText).append(value).append(")");
-    return text;
+    formula.append("(").append(term.MapFromAttribute).append(".").append(term.MapFromProperty);
+    formula.append(operatorText).append(value).append(")");
+}
+
+void ComplainOfNull(Defects defects, const char* what, const MapFromTerm& term, std::string_view operatorText)
+{
+    std::string text;
+    WriteTerm(text, term, operatorText, "nullopt");
+    Complain(defects, what, text);
 }
 
 /** A test without a value asks whether the attribute has a current value; nothing else can be asked of no value. */
-std::optional<std::string> ComposeExistTest(const MapFromTerm& term, std::string_view operatorText, Defects defects)
+bool AddExistTest(std::string& formula, const MapFromTerm& term, std::string_view operatorText, Defects defects)
 {
     if (term.MapFromProperty != "CurrentValue") {
-        Complain(defects, "Found the dependency information that needs to compare setting property with null.",
-                 WriteTerm(term, operatorText, "nullopt"));
-        return std::nullopt;
+        ComplainOfNull(defects, "Found the dependency information that needs to compare setting property with null.",
+                       term, operatorText);
+        return false;
     }
-    if (operatorText == "==") {
-        return "(" + term.MapFromAttribute + " not exist)";
+    if (operatorText != "==" && operatorText != "!=") {
+        ComplainOfNull(defects, "Found the dependency information that needs to compare relative size with null.", term,
+                       operatorText);
+        return false;
     }
-    if (operatorText == "!=") {
-        return "(" + term.MapFromAttribute + " exist)";
-    }
-    Complain(defects, "Found the dependency information that needs to compare relative size with null.",
-             WriteTerm(term, operatorText, "nullopt"));
-    return std::nullopt;
+    formula.append("(").append(term.MapFromAttribute).append(operatorText == "==" ? " not exist)" : " exist)");
+    return true;
 }
 
-std::optional<std::string> ComposeTerm(const MapFromTerm& term, const std::string& target, Defects defects)
+bool AddTerm(std::string& formula, const MapFromTerm& term, const std::string& target, Defects defects)
 {
     const Condition* condition = FindCondition(term.MapFromCondition);
     if (term.MapFromAttribute.empty() || term.MapFromProperty.empty() || condition == nullptr) {
         Complain(defects, "Invalid dependency(MapFrom) information for ", target);
-        return std::nullopt;
+        return false;
     }
     if (!term.MapFromValue) {
-        return ComposeExistTest(term, condition->operatorText, defects);
+        return AddExistTest(formula, term, condition->operatorText, defects);
     }
-    return WriteTerm(term, condition->operatorText, GetOptionalVarAsString(term.MapFromValue));
+    WriteTerm(formula, term, condition->operatorText, GetOptionalVarAsString(term.MapFromValue));
+    return true;
 }
 
 } // namespace
@@ -87,21 +92,20 @@ std::optional<std::string> ComposeFormula(const DependencyRule& rule, std::vecto
                  rule.MapToAttribute);
         return std::nullopt;
     }
-    std::string formula;
+    std::string formula = "(";
     bool usable = true;
     for (const MapFromTerm& term : rule.MapFrom) {
-        const std::optional<std::string> text = ComposeTerm(term, rule.MapToAttribute, defects);
-        if (!text) {
-            usable = false;
+        usable = AddTerm(formula, term, rule.MapToAttribute, defects);
+        if (!usable) {
             break;
         }
-        formula += *text;
         formula += term.MapTerms;
     }
-    if (formula.empty()) {
+    if (formula.size() == 1) {
+        formula.clear();
         Complain(defects, "The expression is empty.", {});
     } else {
-        formula = "(" + formula + ")";
+        formula += ")";
     }
     if (!usable) {
         Complain(defects, "The dependency information is invalid and throw away it. The expression:", formula);

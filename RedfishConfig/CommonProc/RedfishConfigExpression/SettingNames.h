@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Registry/NameHash.h"
+#include "KeyTail.h"
 
 #include <bitset>
 #include <cstddef>
@@ -10,60 +10,52 @@
 
 namespace RedfishConfig {
 
-/** Finds the names of attributes that a text ends with. Never changes once it is built. */
+/** A key that stands in a formula: the setting of which attribute is asked, and what. */
+struct KeyPlace {
+    std::uint32_t Attribute;
+    KeyTail Tail;
+};
+
+/**
+ * Finds the keys that stand in a text, whichever settings there are: a name of an attribute with a tail behind it.
+ * Never changes once it is built.
+ */
 class SettingNames {
 public:
     /** @param names of the attributes by position; what they refer to must outlive this object. Empty ones are left
      * out, and so are all but the first of a name. */
-    explicit SettingNames(std::vector<std::string_view> names);
+    explicit SettingNames(const std::vector<std::string_view>& names);
 
     /**
-     * Calls found(position) for each attribute whose name ends @p text, the shortest name first.
+     * Adds each key that stands in @p text, as often as it does.
      *
-     * @return how many bytes it took to look at
+     * @return how many bytes it took to look at; those of names count more, since they are hashed
      */
-    template <class Found>
-    std::size_t ForEachEnding(std::string_view text, Found found) const
-    {
-        NameHash hash;
-        std::size_t length = 0;
-        while (length < m_Longest && length < text.size()) {
-            const char next = text[text.size() - 1 - length];
-            if (!MayHold(next)) {
-                break;
-            }
-            hash.AddBefore(next);
-            ++length;
-            if (m_Lengths[length]) {
-                const std::uint32_t position = Find(hash.Value(), text.substr(text.size() - length));
-                if (position != none) {
-                    found(position);
-                }
-            }
-        }
-        return length;
-    }
+    std::size_t FindKeys(std::string_view text, std::vector<KeyPlace>& found) const;
 
-    /** Whether a name has this byte. */
-    bool MayHold(char byte) const { return m_Bytes[static_cast<unsigned char>(byte)]; }
+    /** Whether a key may have this byte. */
+    bool MayHold(char byte) const { return m_KeyBytes[static_cast<unsigned char>(byte)]; }
 
-    std::size_t LongestName() const { return m_Longest; }
+    std::size_t LongestKey() const;
 
 private:
-    struct Cell {
-        std::uint64_t hash;
-        std::uint32_t position;
-    };
     static constexpr auto none = static_cast<std::uint32_t>(-1);
 
+    struct Cell {
+        std::uint64_t hash = 0;
+        std::string_view name;
+        std::uint32_t position = none;
+    };
+    void Add(std::string_view name, std::uint32_t position);
     std::uint32_t Find(std::uint64_t hash, std::string_view name) const;
-    void Add(std::uint32_t position);
+    // Adds the attributes whose names end a text. Answers how many bytes were hashed.
+    std::size_t FindEnding(std::string_view text, KeyTail tail, std::vector<KeyPlace>& found) const;
 
-    std::vector<std::string_view> m_Names;
     std::vector<Cell> m_Cells;   // at a place that the hash of the name tells or behind
     std::vector<bool> m_Lengths; // of names
-    std::bitset<256> m_Bytes;
-    std::size_t m_Longest = 0;
+    std::bitset<256> m_NameBytes;
+    std::bitset<256> m_KeyBytes;
+    std::size_t m_LongestName = 0;
 };
 
 } // namespace RedfishConfig

@@ -37,9 +37,17 @@ ValueSubstitution::ValueSubstitution(FormulaKeys& keys, std::uint64_t workLimit)
 
 std::string ValueSubstitution::Apply(const std::string& formula, SubstitutionEffort& spent)
 {
+    std::vector<FormulaKey> keys;
+    spent.Work += m_Keys.FindIn(formula, keys);
+    return Apply(formula, keys, spent);
+}
+
+std::string ValueSubstitution::Apply(const std::string& formula, const std::vector<FormulaKey>& keys,
+                                     SubstitutionEffort& spent)
+{
     m_Text = formula;
     m_Occurring.clear();
-    AddOccurring(m_Text, spent);
+    AddOccurring(keys);
     while (!m_Occurring.empty() && GoesOn(m_Text, spent)) {
         const FormulaKey key = m_Occurring.back();
         m_Occurring.pop_back();
@@ -59,11 +67,9 @@ bool ValueSubstitution::GoesOn(const std::string& text, const SubstitutionEffort
     return text.size() <= Limits::formulaBytes && IsWithinLimits(spent);
 }
 
-void ValueSubstitution::AddOccurring(std::string_view text, SubstitutionEffort& spent)
+void ValueSubstitution::AddOccurring(const std::vector<FormulaKey>& keys)
 {
-    m_Found.clear();
-    spent.Work += m_Keys.FindIn(text, m_Found);
-    for (const FormulaKey& key : m_Found) {
+    for (const FormulaKey& key : keys) {
         const auto place = std::lower_bound(m_Occurring.begin(), m_Occurring.end(), key, ComesLater);
         if (place == m_Occurring.end() || ComesLater(*place, key) || ComesLater(key, *place)) {
             m_Occurring.insert(place, key);
@@ -103,7 +109,9 @@ void ValueSubstitution::ReplaceAll(const FormulaKey& key, SubstitutionEffort& sp
 void ValueSubstitution::AddBrought(SubstitutionEffort& spent)
 {
     const auto search = [&](const Range& range) {
-        AddOccurring(std::string_view(m_Text).substr(range.begin, range.end - range.begin), spent);
+        m_Found.clear();
+        spent.Work += m_Keys.FindIn(std::string_view(m_Text).substr(range.begin, range.end - range.begin), m_Found);
+        AddOccurring(m_Found);
     };
     Range together = Surroundings(m_Changed.front().begin, m_Changed.front().end);
     for (const Range& changed : m_Changed) {

@@ -67,6 +67,9 @@ public:
     /** @param spent what the formulas before took; this one is added */
     std::string Apply(const std::string& formula, SubstitutionEffort& spent);
 
+    /** The same for a formula whose keys are known, in any order. */
+    std::string Apply(const std::string& formula, const std::vector<FormulaKey>& keys, SubstitutionEffort& spent);
+
     /** Whether so much effort is still within what is granted for all formulas together. */
     bool IsWithinLimits(const SubstitutionEffort& spent) const;
 
@@ -76,7 +79,7 @@ private:
         std::size_t end;
     };
 
-    void AddOccurring(std::string_view text, SubstitutionEffort& spent);
+    void AddOccurring(const std::vector<FormulaKey>& keys);
     // Replaces a key everywhere, and adds the later ones that this brings about.
     void ReplaceAll(const FormulaKey& key, SubstitutionEffort& spent);
     void AddBrought(SubstitutionEffort& spent);

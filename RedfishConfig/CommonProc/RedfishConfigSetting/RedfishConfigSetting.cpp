@@ -1,7 +1,6 @@
 #include <RedfishConfig/RedfishConfigSetting.h>
 
 #include "../../logging/LogLine.h"
-#include "../RedfishConfigExpression/ValueSubstitution.h"
 #include "DynamicProperty.h"
 #include "SettingState.h"
 
@@ -158,25 +157,13 @@ std::map<std::string, std::string> RedfishConfigSetting::GetProperyMap()
     return properties;
 }
 
-std::size_t RedfishConfigSetting::FormulaCount() const
+void RedfishConfigSetting::SetFormula(FormulaState& state, std::string&& formula)
 {
-    return m_FormulaStates.size();
-}
-
-bool RedfishConfigSetting::PutValuesIntoFormula(std::size_t number, ValueSubstitution& values,
-                                                SubstitutionEffort& spent)
-{
-    FormulaState& state = m_FormulaStates[number];
-    const std::string& displayText = state.Expression->DisplayText;
-    LOG_LINE(LogDetail) << "the PropertyName:" << *state.Property << " and the Expression:" << displayText;
-    std::string formula = values.Apply(displayText, spent);
     if (m_Whole != nullptr) {
         m_Whole->expressionMaps[*state.Property].Formula = formula;
     }
     state.Known = FormulaState::Verdict::Unknown;
     state.Formula = std::move(formula);
-    LOG_LINE(LogDetail) << "After replacing, the expression:" << state.Formula;
-    return !state.Formula.empty();
 }
 
 bool RedfishConfigSetting::CheckSettingCouldBePatched(std::string& errMsg) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../RedfishConfigExpression/SettingNames.h"
 #include "../RedfishConfigExpression/ValueSubstitution.h"
 #include "SettingTable.h"
 
@@ -14,25 +15,26 @@ namespace RedfishConfig {
 /** The keys that the settings of a manager have, with their current values. The values must stay as they are. */
 class SettingKeys : public FormulaKeys {
 public:
+    /** @param settings at least one */
     explicit SettingKeys(const SettingTable& settings);
 
     std::size_t FindIn(std::string_view text, std::vector<FormulaKey>& found) override;
-    bool MayHold(char byte) const override;
-    std::size_t LongestKey() const override;
+    bool MayHold(char byte) const override { return m_Names.MayHold(byte); }
+    std::size_t LongestKey() const override { return m_Names.LongestKey(); }
+
+    /** Adds the keys at these places that settings have now. */
+    void AddKeys(const std::vector<KeyPlace>& places, std::vector<FormulaKey>& found);
 
     /** The numbers of the settings whose values what was found so far depends on, some more than once. */
     std::vector<std::uint32_t>& SettingsRead() { return m_SettingsRead; }
 
 private:
-    enum class Question : std::uint8_t;
-    struct Tail;
-    static const Tail tails[];
-
-    void AddKey(std::size_t attribute, const Tail& tail, std::vector<FormulaKey>& found);
     // False when the setting has no such key.
-    bool FindText(std::size_t number, const Tail& tail, std::string_view& text);
+    bool FindText(std::size_t number, KeyTail tail, std::string_view& text);
 
     const SettingTable& m_Settings;
+    const SettingNames& m_Names;
+    std::vector<KeyPlace> m_Places; // of the text at hand; kept to save allocations
     std::vector<std::uint32_t> m_SettingsRead;
     std::map<std::size_t, std::string> m_Numbers; // integers as text, by the numbers of their settings
 };

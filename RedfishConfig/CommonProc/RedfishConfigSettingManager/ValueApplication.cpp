@@ -1,11 +1,24 @@
 #include "ValueApplication.h"
 
 #include "../../logging/LogLine.h"
+#include "../RedfishConfigSetting/SettingState.h"
 #include "SettingKeys.h"
 
 #include <algorithm>
 
 namespace RedfishConfig {
+
+/** What all formulas of one pass use. */
+struct ValueApplication::Pass {
+    explicit Pass(const SettingTable& settings) : Keys(settings), Substitution(Keys) {}
+
+    SettingKeys Keys;
+    ValueSubstitution Substitution;
+    std::vector<FormulaKey> Found; // in the formula at hand
+};
+
+/** Whether a formula that is given up is told in the log: not when a pass over all formulas follows. */
+enum class ValueApplication::Telling : std::uint8_t { No, Yes };
 
 void ValueApplication::ApplyAll(const SettingTable& settings, std::uint64_t changes)
 {
@@ -23,27 +36,21 @@ void ValueApplication::ApplyAll(const SettingTable& settings, std::uint64_t chan
     if (notes) {
         m_Readers.resize(settings.Source().Attributes().size());
     }
-    SettingKeys keys(settings);
-    ValueSubstitution substitution(keys);
+    Pass pass(settings);
     for (const std::uint32_t number : settings.InOrder()) {
         const auto& [name, setting] = settings.At(number);
         if (setting == nullptr) {
             continue;
         }
         LOG_LINE(LogDetail) << "Replace the property values in expression for " << *name;
-        for (std::size_t formula = 0; formula < setting->FormulaCount(); ++formula) {
-            keys.SettingsRead().clear();
+        for (std::size_t formula = 0; formula < setting->m_FormulaStates.size(); ++formula) {
             const SubstitutionEffort before = m_Effort;
-            if (!setting->PutValuesIntoFormula(formula, substitution, m_Effort)) {
-                m_GaveUp = true;
-                LOG_LINE(LogDefect)
-                    << "A formula becomes too long with the values of settings and cannot be calculated.";
-            }
+            m_GaveUp |= !ApplyOne(*setting, formula, pass, m_Effort, Telling::Yes);
             if (notes) {
                 m_Formulas.push_back({number,
                                       static_cast<std::uint32_t>(formula),
                                       {m_Effort.Written - before.Written, m_Effort.Work - before.Work}});
-                NoteReaders(keys, static_cast<std::uint32_t>(m_Formulas.size() - 1));
+                NoteReaders(pass.Keys.SettingsRead(), static_cast<std::uint32_t>(m_Formulas.size() - 1));
             }
         }
     }
@@ -66,19 +73,16 @@ void ValueApplication::ApplyChanged(const SettingTable& settings, const std::vec
     }
     std::sort(affected.begin(), affected.end());
     affected.erase(std::unique(affected.begin(), affected.end()), affected.end());
-    SettingKeys keys(settings);
-    ValueSubstitution substitution(keys);
+    Pass pass(settings);
     for (const std::uint32_t place : affected) {
         Formula& formula = m_Formulas[place];
         SubstitutionEffort effort;
-        keys.SettingsRead().clear();
-        const auto& setting = settings.At(formula.setting).Setting;
-        m_GaveUp |= !setting->PutValuesIntoFormula(formula.number, substitution, effort);
-        NoteReaders(keys, place);
+        m_GaveUp |= !ApplyOne(*settings.At(formula.setting).Setting, formula.number, pass, effort, Telling::No);
+        NoteReaders(pass.Keys.SettingsRead(), place);
         m_Effort.Written += effort.Written - formula.effort.Written;
         m_Effort.Work += effort.Work - formula.effort.Work;
         formula.effort = effort;
-        if (m_GaveUp || !substitution.IsWithinLimits(m_Effort)) {
+        if (m_GaveUp || !pass.Substitution.IsWithinLimits(m_Effort)) {
             ApplyAll(settings, changes); // which formulas are given up depends on all that stand before
             return;
         }
@@ -87,10 +91,29 @@ void ValueApplication::ApplyChanged(const SettingTable& settings, const std::vec
     m_Changes = changes;
 }
 
-/** Adds to what was noted before: a formula too many that reads a setting costs time and nothing else. */
-void ValueApplication::NoteReaders(SettingKeys& keys, std::uint32_t formula)
+/** False when the formula is given up as too long. */
+bool ValueApplication::ApplyOne(RedfishConfigSetting& setting, std::size_t number, Pass& pass,
+                                SubstitutionEffort& effort, Telling telling)
 {
-    for (const std::uint32_t number : keys.SettingsRead()) {
+    FormulaState& state = setting.m_FormulaStates[number];
+    const std::string& displayText = state.Expression->DisplayText;
+    LOG_LINE(LogDetail) << "the PropertyName:" << *state.Property << " and the Expression:" << displayText;
+    pass.Found.clear();
+    pass.Keys.SettingsRead().clear();
+    pass.Keys.AddKeys(setting.m_Formulas->Places[number], pass.Found);
+    setting.SetFormula(state, pass.Substitution.Apply(displayText, pass.Found, effort));
+    const bool gaveUp = state.Formula.empty();
+    if (gaveUp && telling == Telling::Yes) {
+        LOG_LINE(LogDefect) << "A formula becomes too long with the values of settings and cannot be calculated.";
+    }
+    LOG_LINE(LogDetail) << "After replacing, the expression:" << state.Formula;
+    return !gaveUp;
+}
+
+/** Adds to what was noted before: a formula too many that reads a setting costs time and nothing else. */
+void ValueApplication::NoteReaders(const std::vector<std::uint32_t>& settingsRead, std::uint32_t formula)
+{
+    for (const std::uint32_t number : settingsRead) {
         std::vector<std::uint32_t>& readers = m_Readers[number];
         const auto place = std::lower_bound(readers.begin(), readers.end(), formula);
         if (place == readers.end() || *place != formula) {

@@ -9,8 +9,6 @@
 
 namespace RedfishConfig {
 
-class SettingKeys;
-
 /**
  * Puts the values of a manager's settings into their formulas: into all of them, or, where it is known which formulas
  * read a setting, only into those that read one that has changed. The formulas come out the same.
@@ -43,7 +41,12 @@ private:
         SubstitutionEffort effort;
     };
 
-    void NoteReaders(SettingKeys& keys, std::uint32_t formula);
+    struct Pass;
+    enum class Telling : std::uint8_t;
+
+    static bool ApplyOne(RedfishConfigSetting& setting, std::size_t number, Pass& pass, SubstitutionEffort& effort,
+                         Telling telling);
+    void NoteReaders(const std::vector<std::uint32_t>& settingsRead, std::uint32_t formula);
 
     bool m_IsCurrent = false;
     bool m_GaveUp = false;

@@ -90,10 +90,11 @@ void RedfishConfigSettingManager::SetValues(const SettingValueMap& values, std::
         if (setting == nullptr) {
             continue;
         }
-        while (value != values.end() && isBefore(value->first, *name)) {
+        const auto isOthers = [&] { return value->first != *name && isBefore(value->first, *name); };
+        while (value != values.end() && isOthers()) {
             ++value;
         }
-        if (value != values.end() && !isBefore(*name, value->first)) {
+        if (value != values.end() && (value->first == *name || !isBefore(*name, value->first))) {
             SetValue(number, value->second, changed);
         }
         if (LogIsOn(LogDetail)) {

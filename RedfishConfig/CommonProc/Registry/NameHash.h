@@ -16,7 +16,7 @@ public:
     void AddBefore(char byte)
     {
         constexpr Wide offset = 1; // so that zero bytes count
-        m_Value = Reduce(Wide{m_Value} * Place() + static_cast<unsigned char>(byte) + offset);
+        m_Value = Reduce(Wide{m_Value} * m_Place + static_cast<unsigned char>(byte) + offset);
     }
 
     std::uint64_t Value() const { return m_Value; }
@@ -35,6 +35,7 @@ private:
 
     static std::uint64_t Place();
 
+    std::uint64_t m_Place = Place();
     std::uint64_t m_Value = 0;
 };
 

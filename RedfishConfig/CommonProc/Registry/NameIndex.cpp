@@ -8,6 +8,12 @@
 
 namespace RedfishConfig {
 
+namespace {
+
+constexpr unsigned tagShift = 29; // to the upper half of a hash of 61 bits
+
+} // namespace
+
 NameIndex::NameIndex(std::vector<std::string_view> names, const CaseFolding& folding)
     : m_Names(std::move(names)), m_Folding(folding), m_Next(m_Names.size(), noPosition)
 {
@@ -15,22 +21,23 @@ NameIndex::NameIndex(std::vector<std::string_view> names, const CaseFolding& fol
     while (cells < m_Names.size() * 2) {
         cells *= 2;
     }
-    m_Cells.assign(cells, noPosition);
+    m_Cells.resize(cells);
     std::vector<Position> last(m_Names.size()); // by the first record of a name
     for (Position position = 0; position < m_Names.size(); ++position) {
-        Position& first = m_Cells[CellOf(m_Names[position])];
-        if (first == noPosition) {
-            first = position;
+        const std::uint64_t hash = Hash(m_Names[position]);
+        Cell& cell = m_Cells[CellOf(m_Names[position], hash)];
+        if (cell.first == noPosition) {
+            cell = {m_Names[position], static_cast<std::uint32_t>(hash >> tagShift), position};
         } else {
-            m_Next[last[first]] = position;
+            m_Next[last[cell.first]] = position;
         }
-        last[first] = position;
+        last[cell.first] = position;
     }
 }
 
 std::size_t NameIndex::First(std::string_view name) const
 {
-    return Widen(m_Cells[CellOf(name)]);
+    return Widen(m_Cells[CellOf(name, Hash(name))].first);
 }
 
 std::uint64_t NameIndex::Hash(std::string_view name) const
@@ -48,11 +55,15 @@ bool NameIndex::Same(std::string_view left, std::string_view right) const
                       [this](char a, char b) { return Fold(m_Folding, a) == Fold(m_Folding, b); });
 }
 
-std::size_t NameIndex::CellOf(std::string_view name) const
+std::size_t NameIndex::CellOf(std::string_view name, std::uint64_t hash) const
 {
     const std::size_t mask = m_Cells.size() - 1;
-    std::size_t cell = Hash(name) & mask;
-    while (m_Cells[cell] != noPosition && !Same(m_Names[m_Cells[cell]], name)) {
+    const auto tag = static_cast<std::uint32_t>(hash >> tagShift);
+    const auto isOthers = [&](const Cell& cell) {
+        return cell.first != noPosition && (cell.hash != tag || !Same(cell.name, name));
+    };
+    std::size_t cell = hash & mask;
+    while (isOthers(m_Cells[cell])) {
         cell = (cell + 1) & mask;
     }
     return cell;

@@ -32,15 +32,21 @@ private:
     static constexpr Position noPosition = static_cast<Position>(-1);
 
     static std::size_t Widen(Position position) { return position != noPosition ? position : none; }
+    struct Cell {
+        std::string_view name;
+        std::uint32_t hash = 0;      // a part of it, so that other names are seldom looked at
+        Position first = noPosition; // record with that name
+    };
+
     std::uint64_t Hash(std::string_view name) const;
     bool Same(std::string_view left, std::string_view right) const;
     // The cell of a name, or the empty one where it would be put.
-    std::size_t CellOf(std::string_view name) const;
+    std::size_t CellOf(std::string_view name, std::uint64_t hash) const;
 
     std::vector<std::string_view> m_Names;
     CaseFolding m_Folding;
-    std::vector<Position> m_Cells; // the first record of each name, at a place that its hash tells or behind
-    std::vector<Position> m_Next;  // of each record, the next with the same name
+    std::vector<Cell> m_Cells;    // at a place that the hash of the name tells or behind
+    std::vector<Position> m_Next; // of each record, the next with the same name
 };
 
 /**

@@ -7,6 +7,8 @@
 #include <boost/algorithm/string/split.hpp>
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -39,14 +41,14 @@ std::vector<std::string_view> TargetNames(const std::vector<DependencyRule>& rul
     return names;
 }
 
-/** The first letters of a name as a number that orders as CaseInsensitiveComparator orders them. */
-std::uint64_t Opening(std::string_view name)
+/** The first letters of a name, which order as CaseInsensitiveComparator orders names: most need no more than that. */
+using Opening = std::array<unsigned char, 24>;
+
+Opening OpeningOf(std::string_view name)
 {
-    std::uint64_t opening = 0;
-    for (std::size_t place = 0; place < sizeof opening; ++place) {
-        opening <<= 8U;
-        opening |= place < name.size() ? static_cast<unsigned char>(LowerAscii(name[place])) : 0U;
-    }
+    Opening opening{};
+    std::transform(name.begin(), name.begin() + static_cast<std::ptrdiff_t>(std::min(name.size(), opening.size())),
+                   opening.begin(), [](char letter) { return static_cast<unsigned char>(LowerAscii(letter)); });
     return opening;
 }
 
@@ -118,19 +120,20 @@ const std::vector<std::uint32_t>& Registry::SettingsInOrder() const
 {
     return m_SettingsInOrder.Get([this] {
         struct Place {
-            std::uint64_t opening;
+            Opening opening;
             std::uint32_t setting;
         };
         std::vector<Place> places;
         places.reserve(m_Settings.size());
         for (std::uint32_t attribute = 0; attribute < m_Settings.size(); ++attribute) {
             if (IsSetting(attribute)) {
-                places.push_back({Opening(NameOf(m_Content.Attributes[attribute])), attribute});
+                places.push_back({OpeningOf(NameOf(m_Content.Attributes[attribute])), attribute});
             }
         }
         std::sort(places.begin(), places.end(), [this](const Place& left, const Place& right) {
-            if (left.opening != right.opening) {
-                return left.opening < right.opening;
+            const int order = std::memcmp(left.opening.data(), right.opening.data(), left.opening.size());
+            if (order != 0) {
+                return order < 0;
             }
             return CaseInsensitiveComparator()(*m_Content.Attributes[left.setting].AttributeName,
                                                *m_Content.Attributes[right.setting].AttributeName);
@@ -172,14 +175,6 @@ std::vector<std::size_t> Registry::RulesFor(const std::string& target) const
     return rules;
 }
 
-const DependencyRule* Registry::RuleAt(std::size_t position) const
-{
-    const auto found =
-        std::lower_bound(Rules().begin(), Rules().end(), position,
-                         [](const DependencyRule& rule, std::size_t wanted) { return rule.Position < wanted; });
-    return found != Rules().end() && found->Position == position ? &*found : nullptr;
-}
-
 std::shared_ptr<const SettingFormulas> Registry::FormulasOf(const std::string& target) const
 {
     const std::size_t firstRule = m_ExactTargets.First(target);
@@ -187,43 +182,33 @@ std::shared_ptr<const SettingFormulas> Registry::FormulasOf(const std::string& t
         return nullptr;
     }
     const std::lock_guard<std::mutex> guard(m_FormulasLock);
-    auto known = m_Formulas.find(firstRule);
-    if (known == m_Formulas.end()) {
-        known = m_Formulas.emplace(firstRule, MakeFormulas(firstRule)).first;
+    if (m_Formulas.empty()) {
+        m_Formulas.resize(Rules().size());
     }
-    return known->second;
+    auto& known = m_Formulas[firstRule];
+    if (!known) {
+        known = MakeFormulas(firstRule);
+    }
+    return *known;
 }
 
 std::shared_ptr<const SettingFormulas> Registry::MakeFormulas(std::size_t firstRule) const
 {
     auto formulas = std::make_shared<SettingFormulas>();
+    UniqueNames settingsRead(formulas->SettingsRead);
     for (std::size_t rule = firstRule; rule != NameIndex::none; rule = m_ExactTargets.Next(rule)) {
-        if (const std::optional<std::string> formula = ComposeFormula(Rules()[rule])) {
-            AddRule(formulas->ByProperty, Rules()[rule], *formula);
+        const std::optional<std::string> formula = ComposeFormula(Rules()[rule]);
+        if (formula && AddRule(formulas->ByProperty, Rules()[rule], *formula) == RuleOutcome::Counts) {
+            settingsRead.AddSourcesOf(Rules()[rule]);
         }
     }
     if (formulas->ByProperty.empty()) {
         return nullptr;
     }
-    formulas->SettingsRead = SettingsReadBy(formulas->ByProperty);
+    for (const auto& [property, expression] : formulas->ByProperty) {
+        Names().FindKeys(expression.DisplayText, formulas->Places.emplace_back());
+    }
     return formulas;
-}
-
-std::vector<std::string> Registry::SettingsReadBy(const std::map<std::string, PropertyExpression>& byProperty) const
-{
-    std::vector<std::size_t> positions;
-    for (const auto& [property, expression] : byProperty) {
-        positions.insert(positions.end(), expression.Rules.begin(), expression.Rules.end());
-    }
-    std::sort(positions.begin(), positions.end());
-    std::vector<std::string> names;
-    UniqueNames uniqueNames(names);
-    for (const std::size_t position : positions) {
-        if (const DependencyRule* rule = RuleAt(position)) {
-            uniqueNames.AddSourcesOf(*rule);
-        }
-    }
-    return names;
 }
 
 } // namespace RedfishConfig

@@ -11,6 +11,8 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,9 +75,6 @@ public:
     /** The indices in Rules() of those whose target has that name in any letter case, in ascending order. */
     std::vector<std::size_t> RulesFor(const std::string& target) const;
 
-    /** The rule at a position of the registry's list; null when it is not one of Rules(). */
-    const DependencyRule* RuleAt(std::size_t position) const;
-
     /** The formulas of the rules whose target has exactly that name; null when none of them is usable. */
     std::shared_ptr<const SettingFormulas> FormulasOf(const std::string& target) const;
 
@@ -83,7 +82,6 @@ private:
     // Whether a setting is known by the position of this attribute.
     bool IsSetting(std::size_t attribute) const;
     std::shared_ptr<const SettingFormulas> MakeFormulas(std::size_t firstRule) const;
-    std::vector<std::string> SettingsReadBy(const std::map<std::string, PropertyExpression>& byProperty) const;
 
     RegistryContent m_Content;
     std::vector<SettingType> m_Types;      // by attribute
@@ -97,7 +95,8 @@ private:
     Lazily<Groups> m_Menus;
 
     mutable std::mutex m_FormulasLock;
-    mutable std::map<std::size_t, std::shared_ptr<const SettingFormulas>> m_Formulas; // by the first rule of a target
+    // By the first rule of a target; not made yet, or null when no rule of the target is usable.
+    mutable std::vector<std::optional<std::shared_ptr<const SettingFormulas>>> m_Formulas;
 };
 
 } // namespace RedfishConfig

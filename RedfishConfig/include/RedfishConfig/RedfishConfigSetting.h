@@ -71,10 +71,8 @@ struct DynamicProperty;
 struct FormulaState;
 struct RegistryEntry;
 struct SettingFormulas;
-struct SubstitutionEffort;
 class SettingKeys;
 class ValueApplication;
-class ValueSubstitution;
 
 /**
  * A setting: the registry's record of one attribute with its current value and dependency formulas.
@@ -280,9 +278,7 @@ private:
     void Adopt(const RegistryEntry& entry);
     RedfishConfigSettingInfoStru WholeRecord() const;
     void RenewWholeRecord();
-    std::size_t FormulaCount() const;
-    // Whether the formula is not given up as too long.
-    bool PutValuesIntoFormula(std::size_t number, ValueSubstitution& values, SubstitutionEffort& spent);
+    void SetFormula(FormulaState& state, std::string&& formula);
     static bool Calculate(FormulaState& formula);
 
     friend class RedfishConfigSettingManager;

@@ -309,9 +309,9 @@ TEST(ProtectedProperty, HasNoRuleAndNoLogLine)
     const LogCapture log;
     EXPECT_FALSE(setting.isProtected());
     EXPECT_EQ(setting.m_ErrMsg, "");
-    setting.ChangeRecord([](auto& record) {
-        record.Hidden = true;
-        record.expressionMaps["Hidden"] = Rule(Truth(false), "true");
+    setting.ChangeRecord([](auto& whole) {
+        whole.Hidden = true;
+        whole.expressionMaps["Hidden"] = Rule(Truth(false), "true");
     });
     EXPECT_TRUE(setting.isProtected());
     EXPECT_EQ(log.Lines(), Lines());

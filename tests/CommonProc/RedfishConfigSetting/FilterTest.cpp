@@ -317,7 +317,7 @@ TEST(SettingFilter, AdmitsAFlaggedSettingWhileARuleForFalseHolds)
     EXPECT_TRUE(answer.Value);
     EXPECT_EQ(answer.Reason, "");
 
-    setting.ChangeRecord([](auto& record) { record.expressionMaps["ReadOnly"].Formula = "false"; });
+    setting.ChangeRecord([](auto& whole) { whole.expressionMaps["ReadOnly"].Formula = "false"; });
     answer = Filter(setting, 8);
     EXPECT_FALSE(answer.Value);
     EXPECT_EQ(answer.Reason, "the setting is read only.");

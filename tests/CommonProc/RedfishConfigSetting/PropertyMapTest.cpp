@@ -347,7 +347,8 @@ TEST(SettingAccessors, GetSettingPropertiesIsTheRecordItself)
     setting.SetSettingProperties(empty);
     EXPECT_EQ(record.AttributeName, "Replaced");
     EXPECT_TRUE(record.expressionMaps.empty());
-    setting = Probe<RedfishConfigTextSetting>(FullRecord());
+    RedfishConfigSetting& base = setting;
+    base = Probe<RedfishConfigTextSetting>(FullRecord());
     ExpectFullRecord(record);
 }
 
