@@ -23,32 +23,32 @@ std::string WithoutCurrentValue(const std::string& displayText)
 
 bool RedfishConfigSetting::isReadOnly()
 {
-    return AnswerDynamicProperty(dynamicProperties[ReadOnlyRow]);
+    return AnswerDynamicProperty(ReadOnlyRow);
 }
 
 bool RedfishConfigSetting::isWriteOnly()
 {
-    return AnswerDynamicProperty(dynamicProperties[WriteOnlyRow]);
+    return AnswerDynamicProperty(WriteOnlyRow);
 }
 
 bool RedfishConfigSetting::isHidden()
 {
-    return AnswerDynamicProperty(dynamicProperties[HiddenRow]);
+    return AnswerDynamicProperty(HiddenRow);
 }
 
 bool RedfishConfigSetting::isGrayOut()
 {
-    return AnswerDynamicProperty(dynamicProperties[GrayOutRow]);
+    return AnswerDynamicProperty(GrayOutRow);
 }
 
 bool RedfishConfigSetting::isImmutable()
 {
-    return AnswerDynamicProperty(dynamicProperties[ImmutableRow]);
+    return AnswerDynamicProperty(ImmutableRow);
 }
 
 bool RedfishConfigSetting::isSystemUnique()
 {
-    return AnswerDynamicProperty(dynamicProperties[SystemUniqueRow]);
+    return AnswerDynamicProperty(SystemUniqueRow);
 }
 
 bool RedfishConfigSetting::isProtected()
@@ -59,13 +59,14 @@ bool RedfishConfigSetting::isProtected()
     return Info().Hidden;
 }
 
-bool RedfishConfigSetting::AnswerDynamicProperty(const DynamicProperty& property)
+bool RedfishConfigSetting::AnswerDynamicProperty(std::size_t row)
 {
+    const DynamicProperty& property = dynamicProperties[row];
     const auto theSettingIs = [&property] { return std::string("the setting is ") + property.word; };
     const bool flag = Info().*property.flag;
 
     const auto found = std::find_if(m_FormulaStates.begin(), m_FormulaStates.end(),
-                                    [&](const FormulaState& state) { return *state.Property == property.key; });
+                                    [&](const FormulaState& state) { return state.Row == row; });
     if (found == m_FormulaStates.end()) {
         if (!property.answersFlag) {
             return false;

@@ -3,6 +3,8 @@
 #include <RedfishConfig/RedfishConfigSetting.h>
 
 #include <array>
+#include <cstddef>
+#include <string>
 
 namespace RedfishConfig {
 
@@ -36,5 +38,15 @@ inline constexpr std::array<DynamicProperty, DynamicPropertyRows> dynamicPropert
     {"Immutable", "immutable", &RedfishConfigSettingInfoStru::Immutable, true},
     {"IsSystemUniqueProperty", "system unique", &RedfishConfigSettingInfoStru::IsSystemUniqueProperty, true},
 }};
+
+/** The property of that key, or DynamicPropertyRows. */
+inline DynamicPropertyRow FindDynamicProperty(const std::string& key)
+{
+    std::size_t row = 0;
+    while (row < dynamicProperties.size() && key != dynamicProperties[row].key) {
+        ++row;
+    }
+    return static_cast<DynamicPropertyRow>(row);
+}
 
 } // namespace RedfishConfig

@@ -55,7 +55,8 @@ void RedfishConfigSetting::Adopt(const RegistryEntry& entry)
     if (entry.Formulas != nullptr) {
         states.reserve(entry.Formulas->ByProperty.size());
         for (const auto& [property, expression] : entry.Formulas->ByProperty) {
-            states.push_back({&property, &expression, expression.Formula, FormulaState::Verdict::Unknown});
+            states.push_back({&property, FindDynamicProperty(property), &expression, expression.Formula,
+                              FormulaState::Verdict::Unknown});
         }
     }
     m_CurrentValue = entry.Record->CurrentValue;

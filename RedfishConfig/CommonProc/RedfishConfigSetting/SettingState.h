@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../Registry/SettingFormulas.h"
+#include "DynamicProperty.h"
 
 #include <RedfishConfig/RedfishConfigSettingInfo.h>
 
@@ -20,6 +21,7 @@ struct FormulaState {
     enum class Verdict : std::uint8_t { Unknown, Fails, Holds };
 
     const std::string* Property = nullptr;
+    DynamicPropertyRow Row = DynamicPropertyRows;   ///< what Property names; DynamicPropertyRows: none of them
     const PropertyExpression* Expression = nullptr; ///< its Formula is not the current one
     std::string Formula;                            ///< with the values put in
     Verdict Known = Verdict::Unknown;               ///< what calculating Formula came to

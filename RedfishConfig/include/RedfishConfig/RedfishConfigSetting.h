@@ -11,6 +11,7 @@
 #include <RedfishConfig/RedfishConfigResult.h>
 #include <RedfishConfig/RedfishConfigSettingInfo.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -67,7 +68,6 @@ struct SettingStatus {
     PropertyState Protected; ///< hidden by the registry's own flag
 };
 
-struct DynamicProperty;
 struct FormulaState;
 struct RegistryEntry;
 struct SettingFormulas;
@@ -263,7 +263,7 @@ private:
     // filter().
     bool CheckSettingCouldBePatched(std::string& errMsg) const;
 
-    bool AnswerDynamicProperty(const DynamicProperty& property);
+    bool AnswerDynamicProperty(std::size_t row); // a DynamicPropertyRow
     RedfishConfigResult Refuse(int code, RefusalWords refusalWords);
     // Whether the setting takes part and its type accepts the value, which may be rewritten. Else a result of
     // refusalCode or of the type's own code, and the reason alone.
