@@ -69,8 +69,8 @@ void RegisterManySystems()
             ->UseManualTime()
             ->Iterations(3);
     };
-    registerComparison("1000 systems of one model time against nothing shared/300", &Consumption::Seconds);
-    registerComparison("1000 systems of one model memory against nothing shared/300", &Consumption::PeakBytes);
+    registerComparison("1000 systems of one model time against registries of their own/300", &Consumption::Seconds);
+    registerComparison("1000 systems of one model memory against registries of their own/300", &Consumption::PeakBytes);
 }
 
 } // namespace RedfishConfigBench
