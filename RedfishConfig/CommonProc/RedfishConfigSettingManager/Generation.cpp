@@ -67,21 +67,17 @@ RedfishConfigResult RedfishConfigSettingManager::GenerateExpression(std::vector<
             formulas = BuiltFormulas();
             logged = &formulas;
         }
-        return settingName.empty() ? m_Expression.ParseAll(read, logged)
-                                   : m_Expression.ParseSingle(read, settingName, related, logged);
+        RedfishConfigResult parsed = settingName.empty() ? m_Expression.ParseAll(read, logged)
+                                                         : m_Expression.ParseSingle(read, settingName, related, logged);
+        if (parsed == RESULT_SUCCEED) {
+            NoteBuiltFormulas(settingName);
+        }
+        return parsed;
     });
     if (result != RESULT_SUCCEED) {
         LOG_LINE(LogDetail) << "Failed to parse the dependencySettings and expressionMaps with ret="
                             << static_cast<int>(result);
         return result;
-    }
-    if (settingName.empty()) {
-        m_AllFormulasBuilt = true;
-    } else {
-        const Registry& registry = *m_Expression.m_Registry;
-        for (const std::size_t rule : registry.RulesFor(settingName)) {
-            m_FormulasBuiltFor.insert(registry.Rules()[rule].MapToAttribute);
-        }
     }
     relationSettings.insert(relationSettings.end(), related.begin(), related.end());
     LOG_LINE(LogDetail) << "Exit RedfishConfigSettingManager::GenerateExpression(), the relationSettings.size()="
@@ -242,6 +238,18 @@ std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::createBoolean
 std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::createPasswordSetting(std::size_t attribute)
 {
     return CreateSetting<RedfishConfigPasswordSetting>("createPasswordSetting", attribute);
+}
+
+void RedfishConfigSettingManager::NoteBuiltFormulas(const std::string& settingName)
+{
+    if (settingName.empty()) {
+        m_AllFormulasBuilt = true;
+        return;
+    }
+    const Registry& registry = *m_Expression.m_Registry;
+    for (const std::size_t rule : registry.RulesFor(settingName)) {
+        m_FormulasBuiltFor.insert(registry.Rules()[rule].MapToAttribute);
+    }
 }
 
 bool RedfishConfigSettingManager::HasFormulas(const std::string& target) const

@@ -224,6 +224,7 @@ private:
     void SetValue(std::size_t setting, const SettingValue& value, std::vector<std::uint32_t>& changed);
 
     // The formulas of the targets whose rules were read. Settings that are generated before that go without.
+    void NoteBuiltFormulas(const std::string& settingName);
     bool HasFormulas(const std::string& target) const;
     ExpressionMaps BuiltFormulas() const;
 
