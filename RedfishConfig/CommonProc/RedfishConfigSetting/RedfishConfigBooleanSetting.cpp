@@ -11,8 +11,9 @@ RedfishConfigBooleanSetting::RedfishConfigBooleanSetting(const RedfishConfigSett
 {
 }
 
-RedfishConfigBooleanSetting::RedfishConfigBooleanSetting(const RegistryEntry& entry, const Config_Options& options)
-    : RedfishConfigSetting(entry, options)
+RedfishConfigBooleanSetting::RedfishConfigBooleanSetting(const RegistryEntry& entry, const Config_Options& options,
+                                                         ForManager marker)
+    : RedfishConfigSetting(entry, options, marker)
 {
 }
 

@@ -20,8 +20,9 @@ RedfishConfigEnumerateSetting::RedfishConfigEnumerateSetting(const RedfishConfig
 {
 }
 
-RedfishConfigEnumerateSetting::RedfishConfigEnumerateSetting(const RegistryEntry& entry, const Config_Options& options)
-    : RedfishConfigSetting(entry, options)
+RedfishConfigEnumerateSetting::RedfishConfigEnumerateSetting(const RegistryEntry& entry, const Config_Options& options,
+                                                             ForManager marker)
+    : RedfishConfigSetting(entry, options, marker)
 {
 }
 

@@ -45,8 +45,9 @@ RedfishConfigNumericSetting::RedfishConfigNumericSetting(const RedfishConfigSett
 {
 }
 
-RedfishConfigNumericSetting::RedfishConfigNumericSetting(const RegistryEntry& entry, const Config_Options& options)
-    : RedfishConfigSetting(entry, options)
+RedfishConfigNumericSetting::RedfishConfigNumericSetting(const RegistryEntry& entry, const Config_Options& options,
+                                                         ForManager marker)
+    : RedfishConfigSetting(entry, options, marker)
 {
 }
 

@@ -23,8 +23,9 @@ RedfishConfigPasswordSetting::RedfishConfigPasswordSetting(const RedfishConfigSe
 {
 }
 
-RedfishConfigPasswordSetting::RedfishConfigPasswordSetting(const RegistryEntry& entry, const Config_Options& options)
-    : RedfishConfigSetting(entry, options)
+RedfishConfigPasswordSetting::RedfishConfigPasswordSetting(const RegistryEntry& entry, const Config_Options& options,
+                                                           ForManager marker)
+    : RedfishConfigSetting(entry, options, marker)
 {
 }
 

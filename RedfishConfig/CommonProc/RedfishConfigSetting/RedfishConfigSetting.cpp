@@ -15,7 +15,8 @@ RedfishConfigSetting::RedfishConfigSetting(const RedfishConfigSettingInfoStru& i
     SetSettingProperties(info);
 }
 
-RedfishConfigSetting::RedfishConfigSetting(const RegistryEntry& entry, const Config_Options& options)
+RedfishConfigSetting::RedfishConfigSetting(const RegistryEntry& entry, const Config_Options& options,
+                                           ForManager /*marker*/)
     : m_Options(options)
 {
     Adopt(entry);

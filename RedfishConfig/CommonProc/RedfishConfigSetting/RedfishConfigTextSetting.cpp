@@ -17,8 +17,9 @@ RedfishConfigTextSetting::RedfishConfigTextSetting(const RedfishConfigSettingInf
 {
 }
 
-RedfishConfigTextSetting::RedfishConfigTextSetting(const RegistryEntry& entry, const Config_Options& options)
-    : RedfishConfigSetting(entry, options)
+RedfishConfigTextSetting::RedfishConfigTextSetting(const RegistryEntry& entry, const Config_Options& options,
+                                                   ForManager marker)
+    : RedfishConfigSetting(entry, options, marker)
 {
 }
 

@@ -212,7 +212,7 @@ std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::CreateSetting
         entry.Formulas = registry->FormulasOf(*record.AttributeName);
     }
     LOG_LINE(LogDetail) << "Exit RedfishConfigSettingManager::" << factory << "()";
-    return std::shared_ptr<RedfishConfigSetting>(new (std::nothrow) TypedSetting(entry, m_Options));
+    return std::shared_ptr<RedfishConfigSetting>(new (std::nothrow) TypedSetting(entry, m_Options, ForManager{}));
 }
 
 std::shared_ptr<RedfishConfigSetting> RedfishConfigSettingManager::createTextSetting(std::size_t attribute)

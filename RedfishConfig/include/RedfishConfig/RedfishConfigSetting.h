@@ -69,6 +69,7 @@ struct SettingStatus {
 };
 
 struct FormulaState;
+struct ForManager {}; ///< marks the constructors that only RedfishConfigSettingManager can use
 struct RegistryEntry;
 struct SettingFormulas;
 class SettingKeys;
@@ -86,7 +87,7 @@ class ValueApplication;
 class REDFISHCONFIG_EXPORT RedfishConfigSetting {
 public:
     RedfishConfigSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
-    RedfishConfigSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
+    RedfishConfigSetting(const RegistryEntry& entry, const Config_Options& options, ForManager);
     RedfishConfigSetting(const RedfishConfigSetting& other);
     RedfishConfigSetting& operator=(const RedfishConfigSetting& other);
     virtual ~RedfishConfigSetting();
@@ -295,7 +296,7 @@ private:
 class REDFISHCONFIG_EXPORT RedfishConfigBooleanSetting : public RedfishConfigSetting {
 public:
     RedfishConfigBooleanSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
-    RedfishConfigBooleanSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
+    RedfishConfigBooleanSetting(const RegistryEntry& entry, const Config_Options& options, ForManager);
     RedfishConfigBooleanSetting(const RedfishConfigBooleanSetting& other);
     ~RedfishConfigBooleanSetting() override;
 
@@ -313,7 +314,7 @@ private:
 class REDFISHCONFIG_EXPORT RedfishConfigEnumerateSetting : public RedfishConfigSetting {
 public:
     RedfishConfigEnumerateSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
-    RedfishConfigEnumerateSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
+    RedfishConfigEnumerateSetting(const RegistryEntry& entry, const Config_Options& options, ForManager);
     RedfishConfigEnumerateSetting(const RedfishConfigEnumerateSetting& other);
     ~RedfishConfigEnumerateSetting() override;
 
@@ -334,7 +335,7 @@ private:
 class REDFISHCONFIG_EXPORT RedfishConfigNumericSetting : public RedfishConfigSetting {
 public:
     RedfishConfigNumericSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
-    RedfishConfigNumericSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
+    RedfishConfigNumericSetting(const RegistryEntry& entry, const Config_Options& options, ForManager);
     RedfishConfigNumericSetting(const RedfishConfigNumericSetting& other);
     ~RedfishConfigNumericSetting() override;
 
@@ -354,7 +355,7 @@ private:
 class REDFISHCONFIG_EXPORT RedfishConfigPasswordSetting : public RedfishConfigSetting {
 public:
     RedfishConfigPasswordSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
-    RedfishConfigPasswordSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
+    RedfishConfigPasswordSetting(const RegistryEntry& entry, const Config_Options& options, ForManager);
     RedfishConfigPasswordSetting(const RedfishConfigPasswordSetting& other);
     ~RedfishConfigPasswordSetting() override;
 
@@ -372,7 +373,7 @@ private:
 class REDFISHCONFIG_EXPORT RedfishConfigTextSetting : public RedfishConfigSetting {
 public:
     RedfishConfigTextSetting(const RedfishConfigSettingInfoStru& info, const Config_Options& options);
-    RedfishConfigTextSetting(const RegistryEntry& entry, const Config_Options& options); ///< for the manager
+    RedfishConfigTextSetting(const RegistryEntry& entry, const Config_Options& options, ForManager);
     RedfishConfigTextSetting(const RedfishConfigTextSetting& other);
     ~RedfishConfigTextSetting() override;
 

@@ -352,6 +352,12 @@ TEST(SettingAccessors, GetSettingPropertiesIsTheRecordItself)
     ExpectFullRecord(record);
 }
 
+TEST(SettingAccessors, AnEmptyRecordMayBeWrittenAsBraces)
+{
+    const RedfishConfigTextSetting setting({}, {});
+    EXPECT_EQ(setting.GetSettingProperties().AttributeName, std::nullopt);
+}
+
 TEST(SettingAccessors, CopiesHaveRecordsOfTheirOwn)
 {
     Probe<RedfishConfigTextSetting> setting(FullRecord());
