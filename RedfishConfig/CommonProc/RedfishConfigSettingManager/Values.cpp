@@ -86,15 +86,15 @@ void RedfishConfigSettingManager::SetValues(const SettingValueMap& values, std::
     const CaseInsensitiveComparator isBefore;
     auto value = values.begin(); // both go by name
     for (const std::uint32_t number : m_Settings->InOrder()) {
-        const auto& [name, setting] = m_Settings->At(number);
+        const auto& [namePointer, setting] = m_Settings->At(number);
+        const std::string& name = *namePointer;
         if (setting == nullptr) {
             continue;
         }
-        const auto isOthers = [&] { return value->first != *name && isBefore(value->first, *name); };
-        while (value != values.end() && isOthers()) {
+        while (value != values.end() && value->first != name && isBefore(value->first, name)) {
             ++value;
         }
-        if (value != values.end() && (value->first == *name || !isBefore(*name, value->first))) {
+        if (value != values.end() && (value->first == name || !isBefore(name, value->first))) {
             SetValue(number, value->second, changed);
         }
         if (LogIsOn(LogDetail)) {
