@@ -22,9 +22,6 @@ public:
     /** Whether the formulas have the values of all settings, when so many changes of settings were counted. */
     bool IsCurrent(std::uint64_t changes) const { return m_IsCurrent && m_Changes == changes; }
 
-    /** From now on, until the next pass, formulas may have other values than their settings. */
-    void Invalidate() { m_IsCurrent = false; }
-
     /** Into all formulas of all settings. Writes to the log what a detailed log shows of it. */
     void ApplyAll(const SettingTable& settings, std::uint64_t changes);
 
