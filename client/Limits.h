@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+
+/**
+ * How much is read and written. Documents come from firmware that nobody controls; each limit is far beyond real ones,
+ * and those of the library, which reads the outcome, are kept here too.
+ */
+namespace RedfishConfig::Client::Limits {
+
+/** A document that exceeds one of these cannot be read. */
+constexpr std::size_t documentBytes = 256U << 20U; // once decompressed
+constexpr std::size_t documentDepth = 32;          // of objects and lists in each other
+
+/** Where a registry or values are looked for in a document that wraps them. */
+constexpr std::size_t wrapperDepth = 4;
+constexpr std::size_t wrapperMembers = 1'000;
+
+/** A rule that exceeds one of these is left out: conjunctions that it becomes, and terms in all of them. */
+constexpr std::size_t conjunctions = 256;
+constexpr std::size_t termsOfRule = 1'000;
+constexpr std::size_t termsOfConjunctions = 8'192;
+
+/** What the library reads of an adapted registry. */
+constexpr std::size_t adaptedRules = 250'000;
+constexpr std::size_t formulaBytes = 60U << 10U; // of all rules for one property, below the library's 64 KiB
+
+/** A numeric comparison becomes tests for each number that fulfils it, of an attribute with no more numbers. */
+constexpr std::size_t enumeratedNumbers = 256;
+
+/** Of a rule or a value, in a finding. */
+constexpr std::size_t quotedBytes = 600;
+
+} // namespace RedfishConfig::Client::Limits
