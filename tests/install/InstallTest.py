@@ -14,6 +14,7 @@ CONSUMER_OUTPUT = """\
 0 the setting is read only due to the following expression: ((BootMode==Legacy))
 1 1
 Final result error: yes
+joiner-on-later 1 hidden 1
 """
 
 
@@ -45,11 +46,14 @@ def main():
     environment = dict(os.environ, LD_LIBRARY_PATH=str(library.parent),
                        PKG_CONFIG_PATH=str(prefix / "lib" / "pkgconfig"))
 
-    soname = re.search(r"SONAME.*\[(.*)\]", run("readelf", "-d", library)).group(1)
-    expect(soname == "libredfishconfig.so.1", f"the SONAME is {soname}")
-    exported = [line.split(maxsplit=2)[2] for line in run("nm", "-DC", "--defined-only", library).splitlines()]
-    strangers = [name for name in exported if not re.match(r"((typeinfo|typeinfo name|vtable) for )?RedfishConfig::", name)]
-    expect(exported and not strangers, f"exported besides the public names: {strangers}")
+    for name, namespace in (("redfishconfig", "RedfishConfig"), ("redfishconfigclient", "RedfishConfig::Client")):
+        shared = library.parent / f"lib{name}.so"
+        soname = re.search(r"SONAME.*\[(.*)\]", run("readelf", "-d", shared)).group(1)
+        expect(soname == f"lib{name}.so.1", f"the SONAME is {soname}")
+        exported = [line.split(maxsplit=2)[2] for line in run("nm", "-DC", "--defined-only", shared).splitlines()]
+        public = rf"((typeinfo|typeinfo name|vtable) for )?{namespace}::"
+        strangers = [symbol for symbol in exported if not re.match(public, symbol)]
+        expect(exported and not strangers, f"exported besides the public names: {strangers}")
 
     headers = sorted((prefix / "include" / "RedfishConfig").glob("*.h"))
     expect({header.name for header in headers} >= {
@@ -59,9 +63,18 @@ def main():
     for header in headers:
         expect(header.name == "RedfishConfig.h" or f"<RedfishConfig/{header.name}>" in umbrella,
                f"RedfishConfig.h does not include {header.name}")
+    client_headers = sorted((prefix / "include" / "RedfishConfig" / "Client").glob("*.h"))
+    expect({header.name for header in client_headers} == {"Adapt.h", "Client.h", "Documents.h", "Finding.h"},
+           f"client headers: {client_headers}")
+    client_umbrella = (prefix / "include" / "RedfishConfig" / "Client" / "Client.h").read_text()
+    for header in client_headers:
+        expect(header.name == "Client.h" or f"<RedfishConfig/Client/{header.name}>" in client_umbrella,
+               f"Client.h does not include {header.name}")
+    for header in headers + client_headers:
+        name = header.relative_to(prefix / "include")
         for standard in ("c++17", "c++20"):  # each compiles alone, without warnings
             run("c++", f"-std={standard}", "-Wall", "-Wextra", "-Wpedantic", "-Werror", "-fsyntax-only", "-x", "c++",
-                "-I", prefix / "include", "-", input=f"#include <RedfishConfig/{header.name}>\n")
+                "-I", prefix / "include", "-", input=f"#include <{name}>\n")
 
     consumer = source / "tests" / "install" / "consumer"
     run("cmake", "-S", consumer, "-B", work / "consumer", "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}",
@@ -69,7 +82,7 @@ def main():
     run("cmake", "--build", work / "consumer")
     expect(run(work / "consumer" / "consumer") == CONSUMER_OUTPUT, "the consumer built with find_package answers otherwise")
 
-    flags = run("pkg-config", "--cflags", "--libs", "redfishconfig", env=environment).split()
+    flags = run("pkg-config", "--cflags", "--libs", "redfishconfig-client", env=environment).split()
     run("c++", "-std=c++17", consumer / "consumer.cpp", *flags, "-o", work / "with-pkg-config")
     expect(run(work / "with-pkg-config", env=environment) == CONSUMER_OUTPUT,
            "the consumer built with pkg-config answers otherwise")

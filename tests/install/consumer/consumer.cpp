@@ -1,3 +1,4 @@
+#include <RedfishConfig/Client/Client.h>
 #include <RedfishConfig/RedfishConfig.h>
 
 #include <iostream>
@@ -8,6 +9,29 @@ public:
     using RedfishConfigNumericSetting::RedfishConfigNumericSetting;
     bool Locked() { return isReadOnly(); }
 };
+
+// Adapts a rule whose joiner stands on the later term, and asks the library about the outcome.
+void AskAboutAnAdaptedRegistry()
+{
+    using namespace RedfishConfig;
+    const auto registry = Client::ReadRegistryDocument(R"({"RegistryEntries": {
+        "Attributes": [{"AttributeName": "Fan", "Type": "Boolean"}, {"AttributeName": "Speed", "Type": "Integer"}],
+        "Dependencies": [{"Dependency": {
+            "MapFrom": [{"MapFromAttribute": "Fan", "MapFromProperty": "CurrentValue",
+                         "MapFromCondition": "EQU", "MapFromValue": false},
+                        {"MapFromAttribute": "Speed", "MapFromProperty": "CurrentValue",
+                         "MapFromCondition": "EQU", "MapFromValue": 0, "MapTerms": "OR"}],
+            "MapToAttribute": "Speed", "MapToProperty": "Hidden", "MapToValue": true}}]}})");
+    const auto values = Client::ReadValuesDocument(R"({"Attributes": {"Fan": false, "Speed": 5}})");
+    Client::Adaptation adapted = Client::Adapt(registry, values);
+    for (const auto& [form, count] : adapted.Rules) {
+        std::cout << Client::Word(form) << " " << count.Adapted;
+    }
+    RedfishConfigSettingManager manager(adapted.RegistryText, adapted.Values, false, Config_Options{});
+    SettingStatus status;
+    manager.QuerySettingStatus("Speed", status);
+    std::cout << " hidden " << status.Hidden.Value << "\n";
+}
 
 int main()
 {
@@ -37,5 +61,6 @@ int main()
     } catch (const std::string& message) {
         std::cout << message << "\n";
     }
+    AskAboutAnAdaptedRegistry();
     return result == RESULT_SUCCEED ? 0 : 1;
 }
