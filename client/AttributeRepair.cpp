@@ -457,6 +457,21 @@ SettingValue RepairOwnValue(Draft& draft, std::string_view key, const std::strin
     return translated;
 }
 
+/** Sums up which texts the attribute can have. */
+void MeasureValues(Attribute& attribute)
+{
+    const bool isText = attribute.Type == "string" || attribute.Type == "password";
+    attribute.MayBeEmpty = isText && attribute.MinLength < 1;
+    const auto measure = [&attribute](const std::string& text) {
+        attribute.MayBeEmpty |= text.empty();
+        attribute.LongestValue = std::max(attribute.LongestValue, text.size());
+    };
+    std::for_each(attribute.ChoiceNames.begin(), attribute.ChoiceNames.end(), measure);
+    if (attribute.Held) {
+        measure(GetOptionalVarAsString(attribute.Held));
+    }
+}
+
 } // namespace
 
 RepairedAttributes RepairAttributes(const json::array& list, const std::string& place, const ValuesDocument& values,
@@ -492,6 +507,7 @@ RepairedAttributes RepairAttributes(const json::array& list, const std::string& 
     std::vector<Attribute> known;
     known.reserve(drafts.size());
     for (Draft& draft : drafts) {
+        MeasureValues(draft.known);
         known.push_back(std::move(draft.known));
     }
     return {std::move(adapted), Attributes(std::move(known)), std::move(translated)};

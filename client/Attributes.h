@@ -23,6 +23,8 @@ struct Attribute {
     bool IsSetting = false;                               ///< has a type that the library makes a setting of
     std::unordered_map<std::string, std::string> Choices; ///< from each text that names a choice to its value name
     std::vector<std::string> ChoiceNames;
+    bool MayBeEmpty = false;      ///< may have an empty text as its value
+    std::size_t LongestValue = 0; ///< in bytes, of its choices and the current value
     std::optional<std::int64_t> LowerBound, UpperBound;
     std::int64_t MinLength = 0;
     SettingValue Held; ///< the current value

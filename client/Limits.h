@@ -23,7 +23,8 @@ constexpr std::size_t termsOfConjunctions = 8'192;
 
 /** What the library reads of an adapted registry. */
 constexpr std::size_t adaptedRules = 250'000;
-constexpr std::size_t formulaBytes = 60U << 10U; // of all rules for one property, below the library's 64 KiB
+constexpr std::size_t formulaBytes = 60U << 10U;   // of all rules for one property, below the library's 64 KiB
+constexpr std::size_t ruleListBytes = 128U << 20U; // of all rules as text, below the library's 256 MiB
 
 /** A numeric comparison becomes tests for each number that fulfils it, of an attribute with no more numbers. */
 constexpr std::size_t enumeratedNumbers = 256;

@@ -8,6 +8,8 @@
 #include "RuleTerms.h"
 #include "Value.h"
 
+#include <boost/json/serialize.hpp>
+
 #include <algorithm>
 #include <optional>
 #include <stdexcept>
@@ -162,30 +164,26 @@ private:
         const json::object& dependency = rule.at("Dependency").get_object();
         const Outcome outcome = ReadOutcome(dependency, place);
         RuleTests tests;
-        const std::vector<TermMeaning> terms = ReadTerms(formed, place, published, tests);
+        const std::vector<TermMeaning> terms = ReadTerms(formed, place, tests);
         if (!CountsAtAll(formed.Root, terms)) {
             throw LeftOut(Severity::Note, FindingKind::ControllerTerm, "a rule on the controller itself alone");
         }
-        std::vector<json::array> lists;
         const auto disjunction = ToDisjunction(formed.Root, terms);
         if (disjunction && disjunction->empty()) {
             throw LeftOut(Severity::Warning, FindingKind::NeverHolds, "a rule whose condition never holds");
         }
-        std::size_t bytes = 0;
-        if (auto kept = AsItIs(formed, terms, tests, bytes)) {
-            lists.push_back(std::move(*kept));
-        } else if (disjunction) {
-            lists = WriteConjunctions(*disjunction, tests, bytes);
-        } else {
+        const std::optional<Joined> joined = Join(formed, terms, disjunction);
+        if (!joined) {
             throw LeftOut(Severity::Error, FindingKind::TooLarge,
                           "a condition that takes more than " + std::to_string(Limits::conjunctions) +
                               " conjunctions or " + std::to_string(Limits::termsOfConjunctions) + " terms in them");
         }
-        Decide(outcome, bytes, lists.size());
+        const json::object surroundings = WithoutDependency(rule);
+        Decide(outcome, Measure(*joined, tests, surroundings), joined->size());
         TellFormNotes(formed, place);
         TellHeldValues(tests, place, published);
-        for (json::array& list : lists) {
-            Write(rule, outcome, std::move(list), position);
+        for (const JoinedTerms& list : *joined) {
+            Write(surroundings, outcome, WriteTerms(list, tests), position);
         }
     }
 
@@ -277,8 +275,7 @@ private:
     }
 
     /** Tells every term that cannot be put, not only the first. */
-    std::vector<TermMeaning> ReadTerms(const FormedRule& formed, const std::string& place, const json::value& published,
-                                       RuleTests& tests)
+    std::vector<TermMeaning> ReadTerms(const FormedRule& formed, const std::string& place, RuleTests& tests)
     {
         std::vector<TermMeaning> terms;
         terms.reserve(formed.Terms.size());
@@ -287,8 +284,8 @@ private:
             try {
                 terms.push_back(m_Terms.Read(*term, place, tests));
             } catch (const TermDefect& found) {
-                if (defect) {
-                    TellLeftOut(Severity::Error, defect->Kind, defect->what(), place, published);
+                if (defect) { // the last one quotes the rule
+                    m_Findings.Add(Severity::Error, defect->Kind, place, defect->what(), "the rule is left out");
                 }
                 defect = found;
             }
@@ -299,51 +296,100 @@ private:
         return terms;
     }
 
-    /** The terms of a rule that has the library's form already, when each of them is one test. */
-    static std::optional<json::array> AsItIs(const FormedRule& formed, const std::vector<TermMeaning>& terms,
-                                             const RuleTests& tests, std::size_t& bytes)
+    /** A term of an adapted rule, and what joins it to the next. */
+    struct JoinedTerm {
+        Literal literal;
+        const char* joiner; ///< null on the last
+    };
+    using JoinedTerms = std::vector<JoinedTerm>;
+    using Joined = std::vector<JoinedTerms>; ///< a list for each adapted rule
+
+    /** The terms of a rule that has the library's form already stay, when each of them is one test. */
+    static std::optional<Joined> Join(const FormedRule& formed, const std::vector<TermMeaning>& terms,
+                                      const std::optional<Disjunction>& disjunction)
     {
         const auto isOneTest = [](const TermMeaning& term) {
             return term.Counts && term.Holds.size() == 1 && term.Holds.front().size() == 1;
         };
-        if (formed.Form != RuleForm::JoinerOnEarlier || !std::all_of(terms.begin(), terms.end(), isOneTest)) {
+        if (formed.Form == RuleForm::JoinerOnEarlier && std::all_of(terms.begin(), terms.end(), isOneTest)) {
+            return Joined{AsItIs(formed, terms)};
+        }
+        if (!disjunction) {
             return std::nullopt;
         }
-        json::array list;
+        Joined joined;
+        for (const Conjunction& conjunction : *disjunction) {
+            JoinedTerms& list = joined.emplace_back();
+            for (const Literal literal : conjunction) {
+                list.push_back({literal, literal != conjunction.back() ? "AND" : nullptr});
+            }
+        }
+        return joined;
+    }
+
+    static JoinedTerms AsItIs(const FormedRule& formed, const std::vector<TermMeaning>& terms)
+    {
+        JoinedTerms list;
         for (std::size_t position = 0; position < terms.size(); ++position) {
-            const Literal literal = terms[position].Holds.front().front();
-            json::object term = tests.Write(literal);
-            bytes += tests.FormulaBytes(literal);
+            const char* joiner = nullptr;
             if (position + 1 < terms.size()) {
-                const std::string joiner(formed.Terms[position]->at("MapTerms").get_string());
-                term["MapTerms"] = LowerCase(joiner).find("and") != std::string::npos ? "AND" : "OR";
+                const std::string published(formed.Terms[position]->at("MapTerms").get_string());
+                joiner = LowerCase(published).find("and") != std::string::npos ? "AND" : "OR";
+            }
+            list.push_back({terms[position].Holds.front().front(), joiner});
+        }
+        return list;
+    }
+
+    static json::array WriteTerms(const JoinedTerms& terms, const RuleTests& tests)
+    {
+        json::array list;
+        for (const auto& [literal, joiner] : terms) {
+            json::object term = tests.Write(literal);
+            if (joiner != nullptr) {
+                term["MapTerms"] = joiner;
             }
             list.push_back(std::move(term));
         }
         return list;
     }
 
-    static std::vector<json::array> WriteConjunctions(const Disjunction& disjunction, const RuleTests& tests,
-                                                      std::size_t& bytes)
+    /** Of a rule, before it is written. */
+    struct Size {
+        std::size_t formula = 0;
+        std::size_t text = 0;
+    };
+
+    static Size Measure(const Joined& joined, const RuleTests& tests, const json::object& surroundings)
     {
-        std::vector<json::array> lists;
-        for (const Conjunction& conjunction : disjunction) {
-            json::array list;
-            for (const Literal literal : conjunction) {
-                json::object term = tests.Write(literal);
-                bytes += tests.FormulaBytes(literal);
-                if (literal != conjunction.back()) {
-                    term["MapTerms"] = "AND";
-                }
-                list.push_back(std::move(term));
+        constexpr std::size_t keysOfTerm = 120;
+        constexpr std::size_t keysOfRule = 100;
+        Size size;
+        for (const JoinedTerms& terms : joined) {
+            for (const JoinedTerm& term : terms) {
+                const std::size_t bytes = tests.FormulaBytes(term.literal);
+                size.formula += bytes;
+                size.text += bytes + keysOfTerm;
             }
-            lists.push_back(std::move(list));
         }
-        return lists;
+        size.text += joined.size() * (json::serialize(surroundings).size() + keysOfRule);
+        return size;
+    }
+
+    /** The members of a rule that are kept as they are. */
+    static json::object WithoutDependency(const json::object& rule)
+    {
+        json::object rest;
+        for (const auto& [key, member] : rule) {
+            if (key != "Dependency") {
+                rest[key] = member;
+            }
+        }
+        return rest;
     }
 
     /** Settles whether the rule can stand beside the earlier ones for its property. */
-    void Decide(const Outcome& outcome, std::size_t bytes, std::size_t rules)
+    void Decide(const Outcome& outcome, const Size& size, std::size_t rules)
     {
         Decided& decided = m_Decided[outcome.target][outcome.property];
         if (outcome.isFlag && decided.value && decided.value != outcome.value) {
@@ -351,16 +397,17 @@ private:
                           "an earlier rule gives " + outcome.property + " of " + outcome.target->Name +
                               " the opposite value, and counts");
         }
-        if (decided.bytes + bytes > Limits::formulaBytes) {
+        if (decided.formula + size.formula > Limits::formulaBytes) {
             throw LeftOut(Severity::Error, FindingKind::TooLarge,
                           "the rules for " + outcome.property + " of " + outcome.target->Name +
                               " take more than a formula of the library can hold");
         }
-        if (m_Adapted.List.size() + rules > Limits::adaptedRules) {
+        if (m_Adapted.List.size() + rules > Limits::adaptedRules || m_TextBytes + size.text > Limits::ruleListBytes) {
             throw LeftOut(Severity::Error, FindingKind::TooLarge, "more rules than the library reads");
         }
         decided.value = outcome.value;
-        decided.bytes += bytes;
+        decided.formula += size.formula;
+        m_TextBytes += size.text;
     }
 
     void TellFormNotes(const FormedRule& formed, const std::string& place)
@@ -375,22 +422,32 @@ private:
     /** Values that break the formulas of the library as long as a setting has them, and values that would. */
     void TellHeldValues(const RuleTests& tests, const std::string& place, const json::value& published)
     {
+        const Attribute* breaking = nullptr;
         for (const Test& test : tests.List()) {
-            const Attribute& source = *test.Source;
             if (test.What == Test::Kind::Exists || test.Property != "CurrentValue") {
                 continue;
             }
-            const bool breaks = source.Held && source.Type != "integer" && source.Type != "boolean" &&
-                                !m_Formulas.IsSafe(GetOptionalVarAsString(source.Held));
-            if (breaks) {
-                m_Findings.Add(Severity::Error, FindingKind::Inexpressible, place,
-                               "the current value of " + source.Name + " has operator characters or names a setting",
-                               "the rule cannot be calculated while it has: " + Quote(published));
-            }
-            if (m_TellChoicesOnce.insert(&source).second) {
-                TellChoices(source);
+            if (Breaks(*test.Source)) {
+                breaking = test.Source;
             }
         }
+        if (breaking != nullptr) {
+            m_Findings.Add(Severity::Error, FindingKind::Inexpressible, place,
+                           "the current value of " + breaking->Name + " has operator characters or names a setting",
+                           "the rule cannot be calculated while it has: " + Quote(published));
+        }
+    }
+
+    /** Whether formulas cannot hold the current value of the attribute. Tells choices of that kind at the first asking.
+     */
+    bool Breaks(const Attribute& source)
+    {
+        const auto [entry, isNew] = m_Breaks.try_emplace(&source, false);
+        if (isNew) {
+            TellChoices(source);
+            entry->second = source.Held && !m_Formulas.IsSafe(GetOptionalVarAsString(source.Held));
+        }
+        return entry->second;
     }
 
     void TellChoices(const Attribute& source)
@@ -405,14 +462,9 @@ private:
         }
     }
 
-    void Write(const json::object& rule, const Outcome& outcome, json::array list, std::size_t position)
+    void Write(const json::object& surroundings, const Outcome& outcome, json::array list, std::size_t position)
     {
-        json::object adapted;
-        for (const auto& [key, member] : rule) {
-            if (key != "Dependency") {
-                adapted[key] = member;
-            }
-        }
+        json::object adapted = surroundings;
         adapted["Dependency"] = json::object{{"MapFrom", std::move(list)},
                                              {"MapToAttribute", outcome.target->Name},
                                              {"MapToProperty", outcome.property},
@@ -423,7 +475,7 @@ private:
 
     struct Decided {
         SettingValue value;
-        std::size_t bytes = 0;
+        std::size_t formula = 0; // in bytes
     };
 
     std::string m_Place;
@@ -434,8 +486,9 @@ private:
     TermReader m_Terms;
     FormSurvey m_Survey;
     AdaptedRules m_Adapted;
+    std::size_t m_TextBytes = 0; // of the adapted rules
     std::unordered_map<const Attribute*, std::map<std::string, Decided>> m_Decided;
-    std::unordered_set<const Attribute*> m_TellChoicesOnce;
+    std::unordered_map<const Attribute*, bool> m_Breaks;
 };
 
 } // namespace

@@ -68,17 +68,10 @@ SettingValue ReadTermValue(const json::object& term)
     return value;
 }
 
-bool MayBeEmpty(const Attribute& source)
-{
-    const bool isText = source.Type == "string" || source.Type == "password";
-    return (isText && source.MinLength < 1) || source.Held == SettingValue(std::string()) ||
-           std::find(source.ChoiceNames.begin(), source.ChoiceNames.end(), "") != source.ChoiceNames.end();
-}
-
 bool NeedsGuard(const Test& test)
 {
     return test.Property == currentValue && test.Value &&
-           (test.Value == SettingValue(std::string()) || MayBeEmpty(*test.Source));
+           (test.Value == SettingValue(std::string()) || test.Source->MayBeEmpty);
 }
 
 /** Takes the guard of a term that was adapted before. */
@@ -180,13 +173,7 @@ std::size_t RuleTests::FormulaBytes(Literal literal) const
 {
     constexpr std::size_t operatorsAndParentheses = 10;
     const Test& test = m_Tests[literal / 2];
-    std::size_t left = test.Source->Name.size() + test.Property.size();
-    for (const std::string& choice : test.Source->ChoiceNames) {
-        left = std::max(left, choice.size());
-    }
-    if (test.Source->Held) {
-        left = std::max(left, GetOptionalVarAsString(test.Source->Held).size());
-    }
+    const std::size_t left = std::max(test.Source->Name.size() + test.Property.size(), test.Source->LongestValue);
     return left + (test.Value ? GetOptionalVarAsString(test.Value).size() : 0) + operatorsAndParentheses;
 }
 
