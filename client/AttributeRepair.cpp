@@ -69,15 +69,19 @@ void DropRepeatedChoices(Draft& draft, Findings& findings)
     }
 }
 
-/** A setting of the library, to ask about its pattern. */
-class PatternProbe : public RedfishConfigTextSetting {
+/** A setting of the library with nothing but a pattern. */
+class PatternProbe : public RedfishConfigSetting {
 public:
-    using RedfishConfigTextSetting::RedfishConfigTextSetting;
+    using RedfishConfigSetting::CheckNewValueIsValid;
+    using RedfishConfigSetting::RedfishConfigSetting;
 
-    RedfishConfigResult Match(std::string& value, std::string& reason)
+    RedfishConfigResult GetSettingValidValues(std::string& /*validValues*/, const filterAction& /*action*/) override
     {
-        return RedfishConfigSetting::CheckNewValueIsValid(value, reason);
+        return RESULT_SUCCEED;
     }
+
+private:
+    std::string GeneratePatchContext(const std::string& value) override { return value; }
 };
 
 /** Why the library, whose patterns these are, cannot use a pattern. Empty when it can. */
@@ -89,7 +93,7 @@ std::string DefectOfPattern(const std::string& pattern)
     info.WarningText = noMatch;
     std::string value = "0";
     std::string reason;
-    const bool matches = PatternProbe(info, {}).Match(value, reason) == RESULT_SUCCEED;
+    const bool matches = PatternProbe(info, {}).CheckNewValueIsValid(value, reason) == RESULT_SUCCEED;
     return matches || reason == noMatch ? std::string() : reason;
 }
 
