@@ -71,7 +71,7 @@ SettingValue TranslateValue(const Attribute& attribute, const SettingValue& valu
     if (!value) {
         return value;
     }
-    const SettingValue typed = ConvertToType(value, attribute.Type);
+    SettingValue typed = ConvertToType(value, attribute.Type);
     if (typed != value) {
         findings.AddIn(document, Severity::Note, FindingKind::ValueOfOtherType, place,
                        what + " of " + attribute.Name + " is " + Tell(attribute, value) + ", not of its type",

@@ -433,7 +433,7 @@ private:
         }
         if (breaking != nullptr) {
             m_Findings.Add(Severity::Error, FindingKind::Inexpressible, place,
-                           "the current value of " + breaking->Name + " has operator characters or names a setting",
+                           "the value put in for " + breaking->Name + " has operator characters or names a setting",
                            "the rule cannot be calculated while it has: " + Quote(published));
         }
     }
@@ -445,9 +445,20 @@ private:
         const auto [entry, isNew] = m_Breaks.try_emplace(&source, false);
         if (isNew) {
             TellChoices(source);
-            entry->second = source.Held && !m_Formulas.IsSafe(GetOptionalVarAsString(source.Held));
+            entry->second =
+                source.Held ? !m_Formulas.IsSafe(GetOptionalVarAsString(source.Held)) : BreaksByAnotherValue(source);
         }
         return entry->second;
+    }
+
+    /** Without a value, the name stays in the formula, and values of attributes that it ends in are put into it. */
+    bool BreaksByAnotherValue(const Attribute& source) const
+    {
+        const std::vector<std::string_view> endings = m_Formulas.NamesEnding(source.Name);
+        return std::any_of(endings.begin(), endings.end(), [&](std::string_view ending) {
+            const Attribute* other = m_Attributes.Find(std::string(ending));
+            return other != nullptr && other->Held && !m_Formulas.IsSafe(GetOptionalVarAsString(other->Held));
+        });
     }
 
     void TellChoices(const Attribute& source)

@@ -299,6 +299,24 @@ TEST(InexpressibleRules, ReadAnAttributeWhoseNameEndsInThatOfAnEarlierOne)
                                                      "error inexpressible /RegistryEntries/Dependencies/3"));
 }
 
+TEST(InexpressibleRules, ReadNoValueWhereTheNameEndsInThatOfAnAttributeWhoseValueHasOperators)
+{
+    RegistryBuilder registry;
+    registry.Attribute("Profile", "String", {{"MinLength", 1}}).Attribute("BaseProfile", "String", {{"MinLength", 1}});
+    registry.Attribute("Target", "Boolean");
+    registry.Rule("Target", "ReadOnly", true, {Term{"BaseProfile", "EQU", "x"}});
+    const SettingValueMap values{{"Profile", std::string("Compute(HPC)")}};
+    const Adaptation adapted = AdaptRegistry(registry.Json(), values);
+    EXPECT_THAT(Lines(adapted.Findings), ElementsAre(std::string("error inexpressible ") + firstRule));
+    EXPECT_TRUE(SaysCannotDecide(StatusOfAll(adapted).at("Target").ReadOnly.Reason));
+
+    SettingValueMap both = values;
+    both["BaseProfile"] = std::string("x");
+    const Adaptation exact = AdaptRegistry(registry.Json(), both);
+    EXPECT_THAT(exact.Findings, IsEmpty());
+    EXPECT_TRUE(StatusOfAll(exact).at("Target").ReadOnly.Value);
+}
+
 TEST(RuleLists, OfOtherKindsAreTold)
 {
     RegistryBuilder registry = Builder();
