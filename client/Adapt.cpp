@@ -95,6 +95,7 @@ Adaptation Adapt(const RegistryDocument& registry, const ValuesDocument& values)
     adaptation.Values = std::move(attributes.Values);
     adaptation.Rules = std::move(rules.Counts);
     adaptation.PublishedRule = std::move(rules.PublishedRule);
+    adaptation.PublishedAttribute = std::move(attributes.Published);
     return adaptation;
 }
 

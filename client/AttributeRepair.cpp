@@ -20,6 +20,7 @@ namespace {
 /** An attribute on its way. */
 struct Draft {
     json::object object;
+    std::size_t position = 0; ///< in the published list
     Attribute known;
     std::vector<std::pair<std::string, std::string>> choices; ///< value name, display name
     bool displayNamesAreValues = false;
@@ -306,6 +307,7 @@ std::vector<Draft> ReadDrafts(const json::array& list, const std::string& place,
         }
         Draft draft;
         draft.object = *published;
+        draft.position = position;
         RepairKeys(draft.object, KeyedObject::Attribute, here, findings);
         draft.known.Place = here;
         draft.known.Name = TextOf(draft.object, "AttributeName");
@@ -452,7 +454,8 @@ SettingValue RepairOwnValue(Draft& draft, std::string_view key, const std::strin
     const SettingValue value = ReadValue(*member);
     if (!value) {
         findings.Add(Severity::Warning, FindingKind::UnusableValue, place,
-                     what + " of " + draft.known.Name + " is " + Quote(*member), "it is left out");
+                     what + " of " + draft.known.Name + " is " + KindOf(*member) + " that no setting can have",
+                     "it is left out");
         draft.object.erase(key);
         return std::nullopt;
     }
@@ -486,12 +489,15 @@ RepairedAttributes RepairAttributes(const json::array& list, const std::string& 
     std::map<std::string, Attribute*, CaseInsensitiveComparator> byName;
     json::array adapted;
     adapted.reserve(drafts.size());
+    std::vector<std::size_t> positions;
+    positions.reserve(drafts.size());
     for (Draft& draft : drafts) {
         SettleChoices(draft, findings);
         WriteChoices(draft);
         RepairOwnValue(draft, "DefaultValue", "the default", findings);
         draft.known.Held = RepairOwnValue(draft, "CurrentValue", "the current value", findings);
         adapted.push_back(std::move(draft.object));
+        positions.push_back(draft.position);
         byName[draft.known.Name] = &draft.known;
     }
     SettingValueMap translated;
@@ -514,7 +520,7 @@ RepairedAttributes RepairAttributes(const json::array& list, const std::string& 
         MeasureValues(draft.known);
         known.push_back(std::move(draft.known));
     }
-    return {std::move(adapted), Attributes(std::move(known)), std::move(translated)};
+    return {std::move(adapted), std::move(positions), Attributes(std::move(known)), std::move(translated)};
 }
 
 } // namespace RedfishConfig::Client

@@ -7,12 +7,15 @@
 
 #include <boost/json/array.hpp>
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 namespace RedfishConfig::Client {
 
 struct RepairedAttributes {
-    boost::json::array List; ///< for the adapted registry
+    boost::json::array List;            ///< for the adapted registry
+    std::vector<std::size_t> Published; ///< for each of them its position in the published list
     Attributes Table;
     SettingValueMap Values;
 };

@@ -3,6 +3,7 @@
 #include "Inflate.h"
 #include "Limits.h"
 #include "Place.h"
+#include "RepeatedKeys.h"
 #include "Value.h"
 
 #include <boost/json/parser.hpp>
@@ -75,7 +76,22 @@ private:
             Refuse("not JSON, at byte " + std::to_string(read) + ": " + error.message());
             return std::nullopt;
         }
+        TellRepeatedKeys(text.substr(0, read));
         return parser.release();
+    }
+
+    void TellRepeatedKeys(std::string_view text)
+    {
+        const RepeatedKeys repeated = FindRepeatedKeys(text);
+        for (const std::string& place : repeated.Places) {
+            Find(Severity::Warning, FindingKind::RepeatedKey, place, "a key that its object has already",
+                 "the last one counts");
+        }
+        if (repeated.Count > repeated.Places.size()) {
+            Find(Severity::Warning, FindingKind::RepeatedKey, "",
+                 std::to_string(repeated.Count - repeated.Places.size()) + " more keys that their objects have already",
+                 "of each the last one counts");
+        }
     }
 
     Document m_Document;
@@ -181,6 +197,14 @@ std::string SettingsObjectOf(const json::object& resource)
     return object != nullptr && object->is_object() ? TextOf(object->get_object(), "@odata.id") : target;
 }
 
+const char* KindOfUnusable(const json::value& value)
+{
+    if (value.is_number()) {
+        return value.is_uint64() ? "a number that does not fit 64 signed bits" : "not a whole number of 64 signed bits";
+    }
+    return KindOf(value);
+}
+
 void ReadValues(const json::object& values, ValuesDocument& document, Reader& reader)
 {
     for (const auto& [key, value] : values) {
@@ -193,8 +217,7 @@ void ReadValues(const json::object& values, ValuesDocument& document, Reader& re
             read = ReadValue(value);
             if (!read) {
                 reader.Find(Severity::Warning, FindingKind::UnusableValue, Member(document.Place, name),
-                            value.is_number() ? "a number that is not whole or beyond 64 signed bits" : KindOf(value),
-                            "the value is left out");
+                            KindOfUnusable(value), "the value is left out");
                 continue;
             }
         }

@@ -14,6 +14,7 @@ struct KindWord {
 constexpr KindWord kindWords[] = {
     {FindingKind::UnreadableDocument, "unreadable-document"},
     {FindingKind::WrappedDocument, "wrapped-document"},
+    {FindingKind::RepeatedKey, "repeated-key"},
     {FindingKind::WrongKind, "wrong-kind"},
     {FindingKind::ForeignRegistry, "foreign-registry"},
     {FindingKind::UnusableValue, "unusable-value"},
@@ -50,6 +51,11 @@ constexpr KindWord kindWords[] = {
     {FindingKind::NeverHolds, "never-holds"},
     {FindingKind::TooLarge, "too-large"},
     {FindingKind::Inexpressible, "inexpressible"},
+    {FindingKind::AlwaysHolds, "always-holds"},
+    {FindingKind::NeverChangeable, "never-changeable"},
+    {FindingKind::DefaultOutOfBounds, "default-out-of-bounds"},
+    {FindingKind::ValueCycle, "value-cycle"},
+    {FindingKind::RuleCycle, "rule-cycle"},
 };
 
 } // namespace

@@ -32,4 +32,8 @@ constexpr std::size_t enumeratedNumbers = 256;
 /** Of a rule or a value, in a finding. */
 constexpr std::size_t quotedBytes = 600;
 
+/** Keys that stand in an object twice: those that are told one by one, and the length of their places. */
+constexpr std::size_t toldRepeatedKeys = 100;
+constexpr std::size_t placeBytes = 4'096;
+
 } // namespace RedfishConfig::Client::Limits

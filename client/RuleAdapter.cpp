@@ -88,6 +88,36 @@ std::unordered_set<std::string> MenuNames(const json::object& entries)
     return names;
 }
 
+/** Whether any text in the value, and in what it holds, is one of the names, letter case apart. */
+bool NamesAny(const json::value& value, const std::unordered_set<std::string>& names)
+{
+    if (const json::string* text = value.if_string()) {
+        return names.count(LowerCase(*text)) > 0;
+    }
+    if (const json::array* list = value.if_array()) {
+        return std::any_of(list->begin(), list->end(), [&](const json::value& item) { return NamesAny(item, names); });
+    }
+    const json::object* object = value.if_object();
+    return object != nullptr && std::any_of(object->begin(), object->end(),
+                                            [&](const auto& member) { return NamesAny(member.value(), names); });
+}
+
+/** Covers every member whose key tells that it is a value. */
+void CoverValues(json::value& value)
+{
+    if (json::array* list = value.if_array()) {
+        std::for_each(list->begin(), list->end(), CoverValues);
+    } else if (json::object* object = value.if_object()) {
+        for (auto& member : *object) {
+            if (LowerCase(member.key()).find("value") == std::string::npos) {
+                CoverValues(member.value());
+            } else if (!member.value().is_null() && !member.value().is_bool()) {
+                member.value() = "********";
+            }
+        }
+    }
+}
+
 /** Where a rule leads. */
 struct Outcome {
     const Attribute* target = nullptr;
@@ -116,6 +146,11 @@ public:
           m_Findings(findings),
           m_Terms(attributes, m_Formulas, findings)
     {
+        for (const Attribute& attribute : attributes.List()) {
+            if (attribute.Type == "password") {
+                m_Passwords.insert(LowerCase(attribute.Name));
+            }
+        }
     }
 
     AdaptedRules Run(const json::array& published)
@@ -152,10 +187,21 @@ private:
         }
     }
 
+    /** A rule for a finding. Where it names a password its values are covered, wherever they stand in it. */
+    std::string QuoteRule(const json::value& rule) const
+    {
+        if (m_Passwords.empty() || !NamesAny(rule, m_Passwords)) {
+            return Quote(rule);
+        }
+        json::value covered = rule;
+        CoverValues(covered);
+        return Quote(covered);
+    }
+
     void TellLeftOut(Severity level, FindingKind kind, const std::string& reason, const std::string& place,
                      const json::value& published)
     {
-        m_Findings.Add(level, kind, place, reason, "the rule is left out: " + Quote(published));
+        m_Findings.Add(level, kind, place, reason, "the rule is left out: " + QuoteRule(published));
     }
 
     void AdaptFormed(const json::object& rule, const FormedRule& formed, const std::string& place, std::size_t position,
@@ -267,7 +313,7 @@ private:
             }
         } else if (!published) {
             throw LeftOut(Severity::Warning, FindingKind::UnsupportedTargetProperty,
-                          Quote(outcome.property) + " is to become " + Quote(*member));
+                          Quote(outcome.property) + " is to become " + KindOf(*member));
         } else if (outcome.property == "CurrentValue" || outcome.property == "DefaultValue") {
             outcome.value = TranslateValue(*outcome.target, published, Document::Registry, place,
                                            "the value that a rule gives", m_Findings);
@@ -434,7 +480,7 @@ private:
         if (breaking != nullptr) {
             m_Findings.Add(Severity::Error, FindingKind::Inexpressible, place,
                            "the value put in for " + breaking->Name + " has operator characters or names a setting",
-                           "the rule cannot be calculated while it has: " + Quote(published));
+                           "the rule cannot be calculated while it has: " + QuoteRule(published));
         }
     }
 
@@ -491,6 +537,7 @@ private:
 
     std::string m_Place;
     std::unordered_set<std::string> m_Menus;
+    std::unordered_set<std::string> m_Passwords; // their names, in lower case
     const Attributes& m_Attributes;
     FormulaText m_Formulas;
     Findings& m_Findings;

@@ -63,7 +63,7 @@ SettingValue ReadTermValue(const json::object& term)
     }
     SettingValue value = ReadValue(*member);
     if (!value) {
-        throw TermDefect(FindingKind::UnusableRule, "a comparison with " + Quote(*member));
+        throw TermDefect(FindingKind::UnusableRule, std::string("a comparison with ") + KindOf(*member));
     }
     return value;
 }
@@ -197,9 +197,7 @@ TermMeaning TermReader::Read(const json::object& term, const std::string& place,
     }
     const Attribute* source = m_Attributes.Find(name);
     if (source == nullptr || !source->IsSetting) {
-        m_Findings.Add(Severity::Warning, FindingKind::UnknownSource, place,
-                       "a term on " + Quote(name) + ", which is no setting of the registry",
-                       "what needs the term never holds");
+        TellUnknown(name, place);
         return {true, {}, {}};
     }
     if (source->Name != name) {
@@ -208,6 +206,20 @@ TermMeaning TermReader::Read(const json::object& term, const std::string& place,
     }
     return flag != nullptr ? ReadFlagTerm(*source, flag, condition, value, tests)
                            : ReadCurrentValueTerm(*source, condition, std::move(value), place, tests);
+}
+
+/** Once for a name and a rule. */
+void TermReader::TellUnknown(const std::string& name, const std::string& place)
+{
+    if (place != m_UnknownIn) {
+        m_UnknownIn = place;
+        m_Unknown.clear();
+    }
+    if (m_Unknown.insert(name).second) {
+        m_Findings.Add(Severity::Warning, FindingKind::UnknownSource, place,
+                       "terms on " + Quote(name) + ", which is no setting of the registry",
+                       "what needs them never holds");
+    }
 }
 
 TermMeaning TermReader::ReadFlagTerm(const Attribute& source, const std::string& property, const std::string& condition,
@@ -294,7 +306,8 @@ void TermReader::CheckSource(const Attribute& source, const std::string& propert
 {
     if (!m_Formulas.IsSafe(value)) {
         throw TermDefect(FindingKind::Inexpressible,
-                         "a comparison with " + Quote(value) + ", which a formula of the library cannot hold");
+                         "a comparison with " + (source.Type == "password" ? std::string("a text") : Quote(value)) +
+                             ", which a formula of the library cannot hold");
     }
     if (HasOperators(source.Name)) {
         throw TermDefect(FindingKind::Inexpressible,

@@ -74,12 +74,15 @@ private:
                              const SettingValue& value, RuleTests& tests);
     TermMeaning ReadOrder(const Attribute& source, const std::string& condition, const SettingValue& value,
                           RuleTests& tests);
+    void TellUnknown(const std::string& name, const std::string& place);
     void CheckSource(const Attribute& source, const std::string& property, const std::string& value);
 
     const Attributes& m_Attributes;
     const FormulaText& m_Formulas;
     Findings& m_Findings;
     std::unordered_map<const Attribute*, std::vector<std::string_view>> m_Endings;
+    std::string m_UnknownIn;         // the place of a rule
+    std::set<std::string> m_Unknown; // names that it has terms on, and that are told
 };
 
 /** The flags of an attribute that the library can test, and that a rule can decide. Null when the name is none. */

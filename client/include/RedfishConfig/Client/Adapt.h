@@ -46,6 +46,8 @@ struct Adaptation {
     std::map<RuleForm, RuleCount> Rules;
     /** For each element of the adapted "Dependencies" its position in the published one. Ascending. */
     std::vector<std::size_t> PublishedRule;
+    /** The same for each element of the adapted "Attributes". */
+    std::vector<std::size_t> PublishedAttribute;
 };
 
 /**

@@ -9,4 +9,6 @@
 
 #include <RedfishConfig/Client/Adapt.h>
 
+#include <RedfishConfig/Client/Analyse.h>
+
 #include <RedfishConfig/Client/Finding.h>

@@ -25,6 +25,7 @@ enum class FindingKind {
     // documents
     UnreadableDocument,
     WrappedDocument,
+    RepeatedKey,
     WrongKind,
     ForeignRegistry,
     UnusableValue,
@@ -63,6 +64,12 @@ enum class FindingKind {
     NeverHolds,
     TooLarge,
     Inexpressible,
+    // the adapted registry as a whole
+    AlwaysHolds,
+    NeverChangeable,
+    DefaultOutOfBounds,
+    ValueCycle,
+    RuleCycle,
 };
 
 struct Finding {
