@@ -68,6 +68,7 @@ struct Cover {
     bool isAllBut = false; ///< every value but those listed; else those listed alone
     Texts values;
     bool withoutValue = false; ///< when there is no value too
+    bool asksForValue = false; ///< tells whether there is one, on purpose
 };
 
 /** What a conjunction asks of one attribute. */
@@ -353,6 +354,7 @@ private:
     {
         Cover cover;
         cover.subject = subject;
+        cover.asksForValue = demand.hasValue;
         if (demand.hasNone) {
             cover.withoutValue = true;
         } else if (!demand.equal.empty()) {
@@ -427,6 +429,10 @@ private:
             }
             const bool withoutValue =
                 std::any_of(list.begin(), list.end(), [](const Cover* cover) { return cover->withoutValue; });
+            if (!withoutValue &&
+                std::any_of(list.begin(), list.end(), [](const Cover* cover) { return cover->asksForValue; })) {
+                continue; // whether there is a value is what the rules are about
+            }
             return withoutValue ? "whatever " + subject.name + " is" : "whatever value " + subject.name + " has";
         }
         return "";
