@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "Documents.h"
 #include "Input.h"
 #include "Output.h"
 #include "Suggest.h"
@@ -17,6 +18,7 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <variant>
 
 namespace RedfishConfigTool {
 
@@ -46,8 +48,9 @@ struct Request {
     std::string Values;
     SystemOptions Options;
     bool Json = false;
+    bool AsPublished = false;
     unsigned TraceLevel = 0;
-    Runner Run;
+    std::variant<Runner, DocumentsRunner> Run;
 };
 
 /** Shows the shared options in the help of each command too, before its examples. */
@@ -98,6 +101,9 @@ void AddSharedOptions(CLI::App& app, Request& request)
     app.add_flag("--include-protected", request.Options.IncludeProtected,
                  "Answer for settings too that the registry itself hides");
     app.add_flag("--json", request.Json, "Answer in JSON");
+    app.add_flag("--as-published", request.AsPublished,
+                 "Hand the documents on as they are, read in the library's\n"
+                 "own form, instead of adapting them");
     app.add_option("--trace", request.TraceLevel, "Write the library's log to stderr, up to level 1 to 4")
         ->type_name("LEVEL")
         ->check(CLI::Range(0U, 4U).description(""));
@@ -112,7 +118,10 @@ void AddCommands(CLI::App& app, Request& request)
         CLI::App* added = app.add_subcommand(command.Name, command.Help);
         added->group("Commands");
         added->footer("Examples:\n" + Indented(command.Examples));
-        added->parse_complete_callback([&request, run = command.Attach(*added)] { request.Run = run; });
+        const auto attach = [&](auto function) {
+            added->parse_complete_callback([&request, run = function(*added)] { request.Run = run; });
+        };
+        std::visit(attach, command.Attach);
     }
     app.require_subcommand(1);
 }
@@ -182,6 +191,9 @@ std::optional<ExitCode> Parse(std::vector<std::string> arguments, Request& reque
     } catch (const UsageError& error) {
         return WrongUsage(err, error.what());
     }
+    if (request.AsPublished && std::holds_alternative<DocumentsRunner>(request.Run)) {
+        return WrongUsage(err, "--as-published: this command is about adapting");
+    }
     return std::nullopt;
 }
 
@@ -196,21 +208,66 @@ void WarnOfForeignValues(const std::string& file, const RedfishConfig::SettingVa
     }
 }
 
+/** The documents as the library reads them, with what else is to be known of them. */
+struct SystemInput {
+    RegistryInput Registry;
+    ValuesInput Values;
+    Secrets Passwords;
+    std::vector<Doubt> Doubts;
+};
+
+SystemInput TakeAsPublished(const Request& request)
+{
+    RegistryInput registry = ReadRegistry(request.Registry);
+    ValuesInput values = request.Values.empty() ? ValuesInput{} : ReadValues(request.Values);
+    Secrets secrets(registry.Document, values.Values);
+    return {std::move(registry), std::move(values), std::move(secrets), {}};
+}
+
+SystemInput TakeAdapted(Documents documents)
+{
+    Secrets secrets = SecretsOf(documents);
+    return {{documents.RegistryFile, std::move(documents.Adapted.RegistryText), std::move(documents.Document), true},
+            {std::move(documents.Adapted.Values), RemarksOn(documents)},
+            std::move(secrets),
+            DoubtsAbout(documents)};
+}
+
+ExitCode RunOnSystem(const Request& request, SystemInput input, Output& output, std::ostream& err)
+{
+    for (const std::string& remark : input.Values.Remarks) {
+        output.Complain(remark);
+    }
+    const Trace trace(request.TraceLevel, err, input.Passwords);
+    System system(std::move(input.Registry), input.Values.Values, request.Options, input.Passwords);
+    WarnOfForeignValues(request.Values, input.Values.Values, system, output);
+    const ExitCode code = std::get<Runner>(request.Run)(system, output);
+    const std::string summary =
+        Summary(request.Registry, input.Doubts, [&system](const std::string& name) { return system.IsAsked(name); });
+    if (!summary.empty()) {
+        output.Complain(summary);
+    }
+    return code;
+}
+
+ExitCode RunOnDocuments(const Request& request, Output& output, std::ostream& err)
+{
+    if (request.AsPublished) {
+        return RunOnSystem(request, TakeAsPublished(request), output, err);
+    }
+    Documents documents = ReadDocuments(request.Registry, request.Values);
+    if (const auto* run = std::get_if<DocumentsRunner>(&request.Run)) {
+        return (*run)(documents, output);
+    }
+    return RunOnSystem(request, TakeAdapted(std::move(documents)), output, err);
+}
+
 ExitCode Run(const Request& request, const Presentation& presentation, std::ostream& out, std::ostream& err)
 {
     Output output(out, presentation);
     ExitCode code = ExitCode::Answered;
     try {
-        RegistryInput registry = ReadRegistry(request.Registry);
-        ValuesInput values = request.Values.empty() ? ValuesInput{} : ReadValues(request.Values);
-        for (const std::string& remark : values.Remarks) {
-            output.Complain(remark);
-        }
-        Secrets secrets(registry.Document, values.Values);
-        const Trace trace(request.TraceLevel, err, secrets);
-        System system(std::move(registry), values.Values, request.Options, secrets);
-        WarnOfForeignValues(request.Values, values.Values, system, output);
-        code = request.Run(system, output);
+        code = RunOnDocuments(request, output, err);
     } catch (const InputError& error) {
         output.Complain(error.what());
         code = ExitCode::Unreadable;

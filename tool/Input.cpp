@@ -11,6 +11,7 @@
 #include <optional>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace RedfishConfigTool {
 
@@ -125,18 +126,14 @@ const char* KindOf(const json::value& value)
     return value.is_uint64() ? "a number that does not fit 64 signed bits" : "not a whole number of 64 signed bits";
 }
 
-namespace {
-
-std::string Remark(const std::string& file, const std::string& name, const json::value& value)
+std::string RemarkOnValue(const std::string& file, const std::string& name, const std::string& kind)
 {
-    return file + ": the value of " + name + " is " + KindOf(value) + " and is left out";
+    return file + ": the value of " + name + " is " + kind + " and is left out";
 }
 
-} // namespace
-
-RegistryInput ReadRegistry(const std::string& file)
+RegistryInput RegistryFrom(const std::string& file, std::string text)
 {
-    RegistryInput input{file, ReadText(file), {}};
+    RegistryInput input{file, std::move(text), {}};
     input.Document = ParseJson(file, input.Text);
     const json::value* entries = RootObject(file, input.Document).if_contains("RegistryEntries");
     if (entries == nullptr || !entries->is_object()) {
@@ -149,9 +146,14 @@ RegistryInput ReadRegistry(const std::string& file)
     return input;
 }
 
-ValuesInput ReadValues(const std::string& file)
+RegistryInput ReadRegistry(const std::string& file)
 {
-    const json::value document = ParseJson(file, ReadText(file));
+    return RegistryFrom(file, ReadText(file));
+}
+
+ValuesInput ValuesFrom(const std::string& file, const std::string& text)
+{
+    const json::value document = ParseJson(file, text);
     const json::object& root = RootObject(file, document);
     if (root.contains("RegistryEntries")) {
         Fail(file, "an attribute registry, not the values of a system");
@@ -168,10 +170,15 @@ ValuesInput ReadValues(const std::string& file)
         } else if (auto read = ReadValue(value)) {
             input.Values[name] = std::move(read);
         } else {
-            input.Remarks.push_back(Remark(file, name, value));
+            input.Remarks.push_back(RemarkOnValue(file, name, KindOf(value)));
         }
     }
     return input;
+}
+
+ValuesInput ReadValues(const std::string& file)
+{
+    return ValuesFrom(file, ReadText(file));
 }
 
 } // namespace RedfishConfigTool

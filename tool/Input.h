@@ -25,6 +25,7 @@ struct RegistryInput {
     std::string File;
     std::string Text;
     boost::json::value Document; ///< an object whose "RegistryEntries" is an object with an array "Attributes"
+    bool IsAdapted = false;
 };
 
 /** The current values of a system. */
@@ -48,6 +49,9 @@ std::optional<RedfishConfig::SettingAlternative> ReadValue(const boost::json::va
 /** What such a value is instead, for a complaint: "a list". */
 const char* KindOf(const boost::json::value& value);
 
+/** Takes a registry as it is published. @throws InputError when the text is no attribute registry. */
+RegistryInput RegistryFrom(const std::string& file, std::string text);
+
 /** @throws InputError when the file cannot be read or is no attribute registry. */
 RegistryInput ReadRegistry(const std::string& file);
 
@@ -58,5 +62,9 @@ RegistryInput ReadRegistry(const std::string& file);
  * @throws InputError when the file cannot be read or is neither.
  */
 ValuesInput ReadValues(const std::string& file);
+ValuesInput ValuesFrom(const std::string& file, const std::string& text);
+
+/** Tells that a value is left out. @param kind what it is instead of a value */
+std::string RemarkOnValue(const std::string& file, const std::string& name, const std::string& kind);
 
 } // namespace RedfishConfigTool

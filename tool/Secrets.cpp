@@ -64,6 +64,24 @@ std::string Cover(std::string text, const std::string& piece)
     return text;
 }
 
+/** The same for a piece between quotation marks, which stay. */
+std::string CoverQuoted(std::string text, const std::string& piece)
+{
+    const std::string quotedMask = "\"" + passwordMask + "\"";
+    std::string folded = Fold(text);
+    for (std::size_t at = 0; (at = folded.find(piece, at)) != std::string::npos; at += quotedMask.size() - 1) {
+        text.replace(at, piece.size(), quotedMask);
+        folded.replace(at, piece.size(), quotedMask);
+    }
+    return text;
+}
+
+/** "CurrentValue " stands in adapted rules, where the value has a blank behind it too. */
+bool IsValueProperty(const std::string& property)
+{
+    return property == "CurrentValue" || property == "DefaultValue" || property == "CurrentValue ";
+}
+
 } // namespace
 
 bool IsPasswordType(const std::string& type)
@@ -72,6 +90,11 @@ bool IsPasswordType(const std::string& type)
 }
 
 Secrets::Secrets(const json::value& registry, const RedfishConfig::SettingValueMap& values)
+{
+    Include(registry, values);
+}
+
+void Secrets::Include(const json::value& registry, const RedfishConfig::SettingValueMap& values)
 {
     const json::object& entries =
         ObjectMember(registry.is_object() ? registry.get_object() : noMembers, "RegistryEntries");
@@ -136,7 +159,7 @@ void Secrets::AddRules(const json::object& entries)
         }
         ForEachObject(dependency, "MapFrom", [&](const json::object& term) {
             const std::string tested = TextMember(term, "MapFromProperty");
-            if (IsPassword(term, "MapFromAttribute") && (tested == "CurrentValue" || tested == "DefaultValue")) {
+            if (IsPassword(term, "MapFromAttribute") && IsValueProperty(tested)) {
                 AddTest(TextMember(term, "MapFromAttribute") + "." + tested, term.if_contains("MapFromValue"));
             }
         });
@@ -160,9 +183,17 @@ void Secrets::AddTest(const std::string& property, const json::value* value)
     if (shown.empty()) {
         return;
     }
+    const auto withoutBlank = [](std::string text) {
+        text.erase(text.find_last_not_of(' ') + 1);
+        return text;
+    };
     for (const char* comparison : {"==", "!=", ">", ">=", "<", "<="}) {
         const std::string tested = "(" + asTold(property) + comparison;
         m_Tests.emplace_back(tested + shown + ")", tested + passwordMask + ")");
+        if (property.back() == ' ') { // of an adapted rule, which is told without the blanks
+            const std::string told = "(" + withoutBlank(asTold(property)) + comparison;
+            m_Tests.emplace_back(told + shown.substr(0, shown.size() - 1) + ")", told + passwordMask + ")");
+        }
     }
 }
 
@@ -172,6 +203,16 @@ std::string Secrets::ConcealInReason(std::string reason) const
         reason = ReplaceAll(std::move(reason), test, cover);
     }
     return reason;
+}
+
+std::string Secrets::ConcealInFinding(const std::string& text) const
+{
+    std::string covered = text;
+    for (const std::string& secret : m_Folded) {
+        covered = CoverQuoted(std::move(covered), "\"" + secret + "\"");
+        covered = CoverQuoted(std::move(covered), json::serialize(json::string(secret)));
+    }
+    return covered;
 }
 
 std::string Secrets::ConcealInTrace(const std::string& line) const

@@ -25,6 +25,12 @@ class Secrets {
 public:
     Secrets(const boost::json::value& registry, const RedfishConfig::SettingValueMap& values);
 
+    /** Adds the passwords of another form of the same system. */
+    void Include(const boost::json::value& registry, const RedfishConfig::SettingValueMap& values);
+
+    /** Whether any password is known. */
+    bool KnowsAny() const { return !m_Folded.empty(); }
+
     /** Adds a password that somebody wants to set. */
     void Add(const std::string& password);
 
@@ -33,6 +39,9 @@ public:
      * password is compared with.
      */
     std::string ConcealInReason(std::string reason) const;
+
+    /** For a finding, where values stand between quotation marks as in JSON: covers those that are a password. */
+    std::string ConcealInFinding(const std::string& text) const;
 
     /**
      * For a line of the library's log, where values stand in formulas without any quotes: covers every occurrence of

@@ -73,6 +73,33 @@ ByName<std::size_t> FindPositions(const json::value& registry)
     return positions;
 }
 
+/**
+ * A reason without the blanks that adapted rules have behind both sides of a comparison where one may be empty. Values
+ * in adapted rules have no parentheses and no operators.
+ */
+std::string WithoutGuards(const std::string& reason)
+{
+    const std::size_t rule = reason.find("the following expression");
+    if (rule == std::string::npos) {
+        return reason; // there is no rule in it
+    }
+    std::string text;
+    std::size_t begin = 0; // of what is not taken over yet
+    for (std::size_t open = rule; (open = reason.find('(', open)) != std::string::npos; ++open) {
+        const std::size_t close = reason.find_first_of("()", open + 1);
+        const std::size_t sign = reason.find_first_of("=!<>", open + 1);
+        if (close == std::string::npos || reason[close] != ')' || sign >= close) {
+            continue;
+        }
+        if (reason[sign - 1] == ' ' && reason[close - 1] == ' ') {
+            text.append(reason, begin, sign - 1 - begin);
+            text.append(reason, sign, close - 1 - sign);
+            begin = close;
+        }
+    }
+    return text + reason.substr(begin);
+}
+
 } // namespace
 
 System::System(RegistryInput registry, RedfishConfig::SettingValueMap values, const SystemOptions& options,
@@ -81,6 +108,7 @@ System::System(RegistryInput registry, RedfishConfig::SettingValueMap values, co
       m_Secrets(secrets),
       m_Identity(ReadIdentity(registry.Document)),
       m_Menus(registry.Document),
+      m_IsAdapted(registry.IsAdapted),
       m_Manager(MakeManager(registry, values, options))
 {
     std::vector<RedfishConfig::RedfishConfigSettingInfoStru> records;
@@ -134,22 +162,28 @@ const Setting* System::Find(const std::string& name) const
     return found != m_Index.end() ? &m_Settings[found->second] : nullptr;
 }
 
+std::string System::TellReason(std::string reason) const
+{
+    return m_Secrets.ConcealInReason(m_IsAdapted ? WithoutGuards(reason) : std::move(reason));
+}
+
 void System::Complete(const Question& question, Answer& answer) const
 {
     answer.Result = WithMessage(answer.Result);
-    answer.Result.SetErrorMsg(m_Secrets.ConcealInReason(answer.Result.ErrorMsg()));
+    answer.Result.SetErrorMsg(TellReason(answer.Result.ErrorMsg()));
     if (!answer.Ok()) {
         answer.Text.clear();
     } else if (question.TellsValue && answer.Subject->IsPassword()) {
         answer.Text = passwordMask;
         answer.Concealed = true;
     } else if (!question.TellsValue) {
-        answer.Text = m_Secrets.ConcealInReason(answer.Text);
+        answer.Text = TellReason(answer.Text);
     }
 }
 
-Answer System::AnswerAbout(const std::string& name) const
+Answer System::AnswerAbout(const std::string& name)
 {
+    m_Asked.insert(name);
     Answer answer;
     answer.Name = name;
     answer.Subject = Find(name);
@@ -169,6 +203,7 @@ Answer System::Ask(const Question& question, const std::string& name)
 
 std::vector<Answer> System::AskAll(const Question& question)
 {
+    m_AllAsked = true;
     std::map<std::string, std::string> texts;
     (m_Manager.*question.All)(texts); // its result only says that there are failures
     ByName<RedfishConfigResult> failures;
@@ -207,7 +242,7 @@ void System::ConcealNewValue(Answer& answer, const std::string& value) const
     if (answer.Subject != nullptr && answer.Subject->IsPassword() && message.compare(0, telling.size(), telling) == 0) {
         message.replace(0, telling.size(), "The new value of " + answer.Name + " is invalid: ");
     }
-    answer.Result.SetErrorMsg(m_Secrets.ConcealInReason(std::move(message)));
+    answer.Result.SetErrorMsg(TellReason(std::move(message)));
 }
 
 Answer System::PreparePatch(const std::string& name, const std::string& value, RedfishConfig::filterAction action)
@@ -232,6 +267,7 @@ Answer System::PrepareDefault(const std::string& name)
 
 std::map<std::string, std::string> System::SaveValues(RedfishConfig::filterAction action)
 {
+    m_AllAsked = true;
     std::map<std::string, std::string> values;
     m_Manager.FetchSaveSettingValues(values, action);
     return values;
@@ -239,10 +275,13 @@ std::map<std::string, std::string> System::SaveValues(RedfishConfig::filterActio
 
 System::Restored System::Restore(std::map<std::string, std::string> saved, bool withSystemUnique)
 {
+    for (const auto& [name, value] : saved) {
+        m_Asked.insert(name);
+    }
     Restored restored;
     m_Manager.FetchRestoreSettingValues(saved, restored.PatchTexts, restored.Errors, withSystemUnique);
     for (auto& [name, reason] : restored.Errors) {
-        reason = m_Secrets.ConcealInReason(reason);
+        reason = TellReason(reason);
     }
     return restored;
 }
@@ -251,13 +290,14 @@ SettingStatus System::Conceal(SettingStatus status) const
 {
     for (const ShownProperty& property : shownProperties) {
         std::string& reason = (status.*property.State).Reason;
-        reason = m_Secrets.ConcealInReason(reason);
+        reason = TellReason(reason);
     }
     return status;
 }
 
 SettingStatus System::StatusOf(const Setting& setting)
 {
+    m_Asked.insert(setting.Name());
     SettingStatus status;
     m_Manager.QuerySettingStatus(setting.Name(), status);
     return Conceal(std::move(status));
@@ -265,6 +305,7 @@ SettingStatus System::StatusOf(const Setting& setting)
 
 std::vector<SettingStatus> System::AllStatus()
 {
+    m_AllAsked = true;
     std::map<std::string, SettingStatus> all;
     m_Manager.QueryGroupSettingStatus(all);
     m_Manager.GetError(); // must not be taken for failures of the next question

@@ -12,6 +12,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -99,6 +100,9 @@ public:
     /** Keeps a password that somebody wants to set out of everything that is printed. */
     void KeepSecret(const std::string& password) { m_Secrets.Add(password); }
 
+    /** Whether anything was asked about a setting so far; about a name that is none too. */
+    bool IsAsked(const std::string& name) const { return m_AllAsked || m_Asked.count(name) > 0; }
+
     /** The registry's own "Id", "Language" and "RegistryVersion", those that it has. */
     const boost::json::object& Identity() const { return m_Identity; }
 
@@ -116,8 +120,9 @@ public:
 
 private:
     void SortSettings(const boost::json::value& registry);
+    std::string TellReason(std::string reason) const;
     void Complete(const Question& question, Answer& answer) const;
-    Answer AnswerAbout(const std::string& name) const;
+    Answer AnswerAbout(const std::string& name);
     void ConcealNewValue(Answer& answer, const std::string& value) const;
     RedfishConfig::SettingStatus Conceal(RedfishConfig::SettingStatus status) const;
 
@@ -125,9 +130,12 @@ private:
     Secrets& m_Secrets;
     boost::json::object m_Identity;
     MenuTree m_Menus;
+    bool m_IsAdapted;
     RedfishConfig::RedfishConfigSettingManager m_Manager;
     std::vector<Setting> m_Settings;
     std::map<std::string, std::size_t, RedfishConfig::CaseInsensitiveComparator> m_Index; // name to place in m_Settings
+    std::set<std::string, RedfishConfig::CaseInsensitiveComparator> m_Asked;
+    bool m_AllAsked = false;
 };
 
 } // namespace RedfishConfigTool

@@ -6,6 +6,7 @@
 
 import datetime
 import fcntl
+import gzip
 import json
 import os
 import pathlib
@@ -141,6 +142,74 @@ class Files(unittest.TestCase):
             path.unlink()
         self.assertEqual(done.returncode, 3)
         self.assertIn(b"Permission denied", done.stderr)
+
+
+class Adapting(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp())
+        self.file = self.folder / "adapted.json"
+
+    def tearDown(self):
+        shutil.rmtree(self.folder)
+
+    def adapt(self, registry, *arguments, **options):
+        return subprocess.run([BINARY, "adapt", "--registry", str(registry), *arguments], env=environment(),
+                              capture_output=True, timeout=60, check=False, **options)
+
+    def test_compressed_documents_through_files_and_pipes(self):
+        plain = (DATA / "small.json").read_bytes()
+        packed = self.folder / "small.json.gz"
+        packed.write_bytes(gzip.compress(plain))
+        values = gzip.compress(b'\xef\xbb\xbf{"Body": {"Attributes": {"BootMode": "Legacy"}}}')
+        done = subprocess.run([BINARY, "get", "BootMode", "--registry", str(packed), "--values", "/dev/stdin"],
+                              env=environment(), input=values, capture_output=True, timeout=60, check=False)
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, b"BootMode=Legacy\n", b""))
+        done = run("get", "BootMode", "--registry", str(packed), "--as-published")
+        self.assertEqual(done.returncode, 3)
+        self.assertIn(b"not JSON", done.stderr)
+
+    def test_damaged_ones_are_told(self):
+        packed = self.folder / "small.json.gz"
+        packed.write_bytes(gzip.compress((DATA / "small.json").read_bytes())[:-9])
+        done = run("get", "BootMode", "--registry", str(packed))
+        self.assertEqual((done.returncode, done.stderr),
+                         (3, f"redfishconfig: {packed}: the gzip data is cut off\n".encode()))
+
+    def test_adapted_twice_is_the_same(self):
+        for path in sorted(DATA.glob("form-*.json")) + [DATA / name for name in ("oddities.json", "small.json", "wrapped.json")]:
+            once = self.adapt(path)
+            self.assertEqual(once.returncode, 0, once)
+            self.file.write_bytes(once.stdout)
+            self.assertEqual(self.adapt(self.file).stdout, once.stdout, path)
+
+    def test_writes_a_file_as_a_whole_or_not_at_all(self):
+        def fill():
+            resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100))
+        done = self.adapt(DATA / "small.json", "-o", str(self.file), preexec_fn=fill)
+        self.assertEqual((done.returncode, list(self.folder.iterdir())), (3, []))
+        self.assertIn(b"adapted.json: cannot write it: File too large", done.stderr)
+        done = self.adapt(DATA / "small.json", "-o", str(self.file))
+        self.assertEqual(done.returncode, 0, done)
+        self.assertIn(b"adapted.json: 14 attributes and 3 rules written\n", done.stderr)
+        self.assertEqual(self.file.stat().st_mode & 0o777, 0o600)
+        text = self.file.read_bytes()
+        self.assertEqual(text, self.adapt(DATA / "small.json").stdout)
+        done = self.adapt(DATA / "one.json", "-o", str(self.file))
+        self.assertEqual((done.returncode, self.file.read_bytes()), (3, text))
+        self.assertEqual(self.adapt(DATA / "one.json", "-o", str(self.file), "--force").returncode, 0)
+        self.assertNotEqual(self.file.read_bytes(), text)
+
+    def test_no_screen_shows_the_passwords_of_a_registry(self):
+        self.assertEqual(on_terminal("adapt"), "")
+        self.assertIn("AttributeName", on_terminal("adapt", "--registry", str(DATA / "one.json")))
+
+    def test_findings_are_printed_without_passwords(self):
+        for registry in ("small.json", "fruits.json", "oddities.json"):
+            for options in ([], ["--json"], ["--values", str(DATA / "bios.json")]):
+                done = run("lint", "--registry", str(DATA / registry), *options)
+                self.assertIn(done.returncode, (0, 1))
+                self.assertNotRegex((done.stdout + done.stderr).decode(),
+                                    "hunter2|letmein|s3same|s3cret|orange|Lemon|kiwi")
 
 
 class Saving(unittest.TestCase):

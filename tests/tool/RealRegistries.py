@@ -4,7 +4,8 @@
     RealRegistries.py REDFISHCONFIG
 
 A registry is a file registry.json, with the current values beside it as bios.json where there are any. Checked are the
-exit codes, that stderr holds nothing but complaints, and that JSON has the shape that the manual gives.
+exit codes, that stderr holds nothing but complaints, and that JSON has the shape that the manual gives: of registries as
+they are adapted, and as they are published.
 """
 
 import json
@@ -18,23 +19,23 @@ import tempfile
 PROPERTIES = {"hidden", "grayOut", "readOnly", "writeOnly", "protected", "immutable", "systemUnique"}
 TYPES = {"string", "integer", "enumeration", "boolean", "password"}
 STEERING = re.compile("[\x00-\x09\x0b-\x1f\x7f-\x9f\u2028-\u202e\u2066-\u2069]")
-CHANGES = {"set", "reset", "save", "restore", "compare"}  # their reports go to stderr too
+CHANGES = {"set", "reset", "save", "restore", "compare", "adapt"}  # their reports go to stderr too
 NAMES_AT_ONCE = 20
 MOST_SHOWN = 60  # of a large registry only some settings, spread over it, are shown
 
 
 class Registry:
-    def __init__(self, binary, path):
+    def __init__(self, binary, path, *options):
         self.binary = binary
         self.path = path
-        self.files = ["--registry", str(path)]
         values = path.with_name("bios.json")
-        if values.exists():
-            self.files += ["--values", str(values)]
+        self.values = ["--values", str(values)] if values.exists() else []
+        self.files = ["--registry", str(path), *self.values, *options]
         document = json.loads(path.read_text())
         self.attributes = {entry["AttributeName"]: entry for entry in document["RegistryEntries"]["Attributes"]
                            if entry.get("Type", "").lower() in TYPES}
         self.count = 0
+        self.documents = {}
 
     def run(self, *arguments):
         """Runs a command; gives the lines of stdout, or the document with --json."""
@@ -116,6 +117,58 @@ class Registry:
         assert total == len(order), f"{self.path}: {total} settings in the menus"
         assert all(isinstance(names, list) for names in document["groups"].values())
 
+
+    def check_lint(self):
+        """The findings in both shapes; gives how many there are of each severity."""
+        done = subprocess.run([self.binary, *self.files, "lint", "--json"], capture_output=True, timeout=60, check=False)
+        document = json.loads(done.stdout)
+        assert set(document) == {"rules", "counts", "findings"}, document.keys()
+        counts, findings = document["counts"], document["findings"]
+        assert (done.returncode, done.stderr) == (1 if counts["error"] else 0, b""), done
+        for finding in findings:
+            assert set(finding) == {"severity", "kind", "document", "place", "found", "consequence"}, finding
+            assert finding["found"] and finding["consequence"], finding
+            self.look_up(finding)
+        assert counts == {level: sum(1 for finding in findings if finding["severity"] == level) for level in counts}
+        rules = json.loads(self.path.read_text())["RegistryEntries"].get("Dependencies") or []
+        assert sum(form["published"] for form in document["rules"].values()) == len(rules)
+        assert all(form["adapted"] + form["leftOut"] == form["published"] for form in document["rules"].values())
+        told = subprocess.run([self.binary, *self.files, "lint"], capture_output=True, timeout=60, check=False)
+        assert (told.returncode, told.stderr) == (done.returncode, b""), told
+        text = told.stdout.decode()
+        assert not STEERING.search(text)
+        headings = re.findall(r"^(?:error|warning|note) [a-z-]+: (\d+)$", text, re.MULTILINE)
+        assert sum(map(int, headings)) == len(findings)
+        return counts
+
+    def look_up(self, finding):
+        """The place of a finding is there, or its last key is what is missing."""
+        path = self.path if finding["document"] == "registry" else pathlib.Path(self.values[1])
+        if path not in self.documents:
+            self.documents[path] = json.loads(path.read_text())
+        value = self.documents[path]
+        keys = [key.replace("~1", "/").replace("~0", "~") for key in finding["place"].split("/")[1:]]
+        for number, key in enumerate(keys):
+            last = number == len(keys) - 1
+            assert isinstance(value, (dict, list)), finding
+            if isinstance(value, dict) and key not in value:
+                assert last, finding
+                return
+            value = value[int(key)] if isinstance(value, list) else value[key]
+
+    def check_adapt(self, order):
+        """Adapted once more a registry is the same, and so are its settings."""
+        with tempfile.TemporaryDirectory() as name:
+            first, second = pathlib.Path(name) / "first.json", pathlib.Path(name) / "second.json"
+            self.run("adapt", "-o", str(first))
+            again = Registry(self.binary, first)
+            again.files += self.values
+            again.run("adapt", "-o", str(second))
+            assert first.read_bytes() == second.read_bytes(), f"{self.path}: adapted twice it is another"
+            self.run("adapt", "-o", str(second), "--force")
+            assert first.read_bytes() == second.read_bytes()
+            mine, its = self.run("list", "--all", "--json"), again.run("list", "--all", "--json")
+            assert mine == its and [setting["name"] for setting in its["settings"]] == order
 
     def check_body(self, body):
         """A PATCH body whose values are JSON of their settings' types."""
@@ -234,9 +287,12 @@ def main(arguments):
     paths = sorted(pathlib.Path(folder).resolve().rglob("registry.json"))
     assert paths, f"{folder}: no registry.json in it"
     previous = None
-    for path in paths:
-        registry = Registry(os.path.abspath(arguments[0]), path)
+    for path, options in [(path, options) for options in ([], ["--as-published"]) for path in paths]:
+        registry = Registry(os.path.abspath(arguments[0]), path, *options)
         order = registry.check_list()
+        if not options:
+            print(f"{path.parent.name}: {registry.check_lint()}")
+            registry.check_adapt(order)
         registry.check_questions(order)
         registry.check_show(order)
         registry.check_groups(order)
@@ -244,7 +300,7 @@ def main(arguments):
         if previous is not None:
             check_elsewhere(previous, registry)
         previous = saved
-        print(f"{path.parent.name}: {len(order)} settings, {registry.count} command lines, {accepted} values accepted, "
+        print(f"{path.parent.name} {' '.join(options)}: {len(order)} settings, {registry.count} command lines, {accepted} values accepted, "
               f"{changed} changed and restored")
     return 0
 

@@ -44,6 +44,14 @@ const std::vector<Command> commands{
      "redfishconfig restore --full --with-unique system.json",
      AttachRestore},
     {"compare", "Show where saved values differ from this system", "redfishconfig compare system.json", AttachCompare},
+    {"lint", "Tell what is odd about the registry and the values",
+     "redfishconfig lint\n"
+     "redfishconfig lint --json",
+     AttachLint},
+    {"adapt", "Write the registry as it is adapted for the library",
+     "redfishconfig adapt -o adapted.json\n"
+     "redfishconfig adapt | less",
+     AttachAdapt},
 };
 
 } // namespace RedfishConfigTool

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../Documents.h"
 #include "../ExitCode.h"
 #include "../Output.h"
 #include "../Selection.h"
@@ -7,12 +8,13 @@
 
 #include <functional>
 #include <string>
+#include <variant>
 #include <vector>
 
 /**
  * @file
- * The commands. Each is a function from a system and its own options to a stream; its Attach function gives the
- * command line its options and returns the command as it is to be run with them.
+ * The commands. Each is a function from a system, or from the documents of one, and its own options to a stream; its
+ * Attach function gives the command line its options and returns the command as it is to be run with them.
  */
 
 namespace RedfishConfigTool {
@@ -20,11 +22,14 @@ namespace RedfishConfigTool {
 /** A command with its options filled in. */
 using Runner = std::function<ExitCode(System&, Output&)>;
 
+/** The same for a command on the documents themselves. */
+using DocumentsRunner = std::function<ExitCode(const Documents&, Output&)>;
+
 struct Command {
     const char* Name;
     const char* Help;
     const char* Examples; ///< a line each
-    Runner (*Attach)(CLI::App& command);
+    std::variant<Runner (*)(CLI::App&), DocumentsRunner (*)(CLI::App&)> Attach;
 };
 
 /** All commands, in the order in which the help shows them. */
@@ -103,5 +108,18 @@ Runner AttachRestore(CLI::App& command);
 /** What differs between a file's values and the system's. */
 ExitCode RunCompare(System& system, const std::string& file, Output& output);
 Runner AttachCompare(CLI::App& command);
+
+/** What is odd about the documents, and what becomes of it. */
+ExitCode RunLint(const Documents& documents, Output& output);
+DocumentsRunner AttachLint(CLI::App& command);
+
+struct AdaptOptions {
+    std::string File;   ///< empty or "-" for stdout
+    bool Force = false; ///< the file may be replaced
+};
+
+/** The adapted registry. */
+ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Output& output);
+DocumentsRunner AttachAdapt(CLI::App& command);
 
 } // namespace RedfishConfigTool

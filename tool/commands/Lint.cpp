@@ -1,0 +1,131 @@
+#include "Commands.h"
+
+#include "../Text.h"
+
+#include <CLI/App.hpp>
+
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace RedfishConfigTool {
+
+namespace json = boost::json;
+namespace Client = RedfishConfig::Client;
+using Client::Finding;
+using Client::Severity;
+
+namespace {
+
+constexpr std::size_t narrowestText = 20;
+
+/** All findings, without a password in them: the gravest first, then by kind, then as they were found. */
+std::vector<Finding> CollectFindings(const Documents& documents)
+{
+    std::vector<Finding> findings = documents.Adapted.Findings;
+    std::vector<Finding> further = Client::Analyse(documents.Registry, documents.Adapted);
+    std::move(further.begin(), further.end(), std::back_inserter(findings));
+    std::stable_sort(findings.begin(), findings.end(), [](const Finding& left, const Finding& right) {
+        return std::tie(right.Level, left.Kind) < std::tie(left.Level, right.Kind);
+    });
+    const Secrets secrets = SecretsOf(documents);
+    for (Finding& finding : findings) {
+        finding.Found = secrets.ConcealInFinding(finding.Found);
+        finding.Done = secrets.ConcealInFinding(finding.Done);
+    }
+    return findings;
+}
+
+bool IsOfOneGroup(const Finding& left, const Finding& right)
+{
+    return left.Level == right.Level && left.Kind == right.Kind;
+}
+
+void PrintFinding(const Finding& finding, Output& output)
+{
+    constexpr std::size_t indentation = 4;
+    output.Answers() << "  " << Client::Word(finding.In) << ' ' << Escape(finding.Place) << '\n';
+    const std::size_t width = std::max(output.Width(), indentation + narrowestText) - indentation;
+    for (const std::string& line : Wrap(finding.Found + "; " + finding.Done, width)) {
+        output.Answers() << std::string(indentation, ' ') << line << '\n';
+    }
+}
+
+void Print(const std::vector<Finding>& findings, Output& output)
+{
+    for (auto begin = findings.begin(); begin != findings.end();) {
+        const auto end = std::find_if_not(begin, findings.end(),
+                                          [&](const Finding& finding) { return IsOfOneGroup(*begin, finding); });
+        const std::string heading =
+            std::string(Client::Word(begin->Level)) + " " + std::string(Client::Word(begin->Kind));
+        output.Answers() << output.Paint().Heading(heading) << ": " << (end - begin) << '\n';
+        for (; begin != end; ++begin) {
+            PrintFinding(*begin, output);
+        }
+        output.Answers() << '\n';
+    }
+}
+
+void PrintRules(const std::map<Client::RuleForm, Client::RuleCount>& rules, Output& output)
+{
+    for (const auto& [form, count] : rules) {
+        output.Answers() << Counted(count.Published, "rule") << " of the form " << Client::Word(form) << ": "
+                         << count.Adapted << " adapted, " << count.LeftOut << " left out\n";
+    }
+}
+
+json::object ToJson(const std::vector<Finding>& findings, const std::map<Client::RuleForm, Client::RuleCount>& rules)
+{
+    json::object forms;
+    for (const auto& [form, count] : rules) {
+        forms[Client::Word(form)] =
+            json::object{{"published", count.Published}, {"adapted", count.Adapted}, {"leftOut", count.LeftOut}};
+    }
+    json::object counts;
+    for (const Severity level : {Severity::Error, Severity::Warning, Severity::Note}) {
+        counts[Client::Word(level)] = std::count_if(findings.begin(), findings.end(),
+                                                    [&](const Finding& finding) { return finding.Level == level; });
+    }
+    json::array list;
+    list.reserve(findings.size());
+    for (const Finding& finding : findings) {
+        list.push_back(json::object{{"severity", Client::Word(finding.Level)},
+                                    {"kind", Client::Word(finding.Kind)},
+                                    {"document", Client::Word(finding.In)},
+                                    {"place", finding.Place},
+                                    {"found", finding.Found},
+                                    {"consequence", finding.Done}});
+    }
+    return {{"rules", std::move(forms)}, {"counts", std::move(counts)}, {"findings", std::move(list)}};
+}
+
+} // namespace
+
+ExitCode RunLint(const Documents& documents, Output& output)
+{
+    const std::vector<Finding> findings = CollectFindings(documents);
+    if (output.Json()) {
+        output.Write(ToJson(findings, documents.Adapted.Rules));
+    } else {
+        Print(findings, output);
+        PrintRules(documents.Adapted.Rules, output);
+        const std::string counted = CountedFindings(findings);
+        output.Answers() << (counted.empty() ? "nothing found" : counted) << '\n';
+    }
+    const bool anyError = !findings.empty() && findings.front().Level == Severity::Error;
+    return anyError ? ExitCode::Refused : ExitCode::Answered;
+}
+
+DocumentsRunner AttachLint(CLI::App& /*command*/)
+{
+    return RunLint;
+}
+
+} // namespace RedfishConfigTool
