@@ -64,18 +64,6 @@ std::string Cover(std::string text, const std::string& piece)
     return text;
 }
 
-/** The same for a piece between quotation marks, which stay. */
-std::string CoverQuoted(std::string text, const std::string& piece)
-{
-    const std::string quotedMask = "\"" + passwordMask + "\"";
-    std::string folded = Fold(text);
-    for (std::size_t at = 0; (at = folded.find(piece, at)) != std::string::npos; at += quotedMask.size() - 1) {
-        text.replace(at, piece.size(), quotedMask);
-        folded.replace(at, piece.size(), quotedMask);
-    }
-    return text;
-}
-
 /** "CurrentValue " stands in adapted rules, where the value has a blank behind it too. */
 bool IsValueProperty(const std::string& property)
 {
@@ -119,6 +107,11 @@ void Secrets::SortTexts()
         return left.size() != right.size() ? left.size() > right.size() : left < right;
     });
     m_Folded.erase(std::unique(m_Folded.begin(), m_Folded.end()), m_Folded.end());
+    for (const std::string& secret : m_Folded) {
+        const std::string written = json::serialize(json::string(secret));
+        m_Quoted.insert(secret);
+        m_Quoted.insert(written.substr(1, written.size() - 2));
+    }
 }
 
 void Secrets::AddText(const json::value* value)
@@ -207,12 +200,21 @@ std::string Secrets::ConcealInReason(std::string reason) const
 
 std::string Secrets::ConcealInFinding(const std::string& text) const
 {
-    std::string covered = text;
-    for (const std::string& secret : m_Folded) {
-        covered = CoverQuoted(std::move(covered), "\"" + secret + "\"");
-        covered = CoverQuoted(std::move(covered), json::serialize(json::string(secret)));
+    constexpr int marksTried = 16; // a password may have some in it
+    std::string covered;
+    std::size_t begin = 0; // of what is not taken over yet
+    for (std::size_t open = 0; (open = text.find('"', open)) != std::string::npos; ++open) {
+        std::size_t close = open;
+        for (int tried = 0; tried < marksTried && (close = text.find('"', close + 1)) != std::string::npos; ++tried) {
+            if (m_Quoted.count(Fold(text.substr(open + 1, close - open - 1))) > 0) {
+                covered += text.substr(begin, open + 1 - begin) + passwordMask;
+                begin = close;
+                open = close;
+                break;
+            }
+        }
     }
-    return covered;
+    return covered + text.substr(begin);
 }
 
 std::string Secrets::ConcealInTrace(const std::string& line) const

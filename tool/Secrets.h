@@ -59,6 +59,7 @@ private:
 
     std::set<std::string, RedfishConfig::CaseInsensitiveComparator> m_Names; // of the password settings
     std::vector<std::string> m_Folded;                        // the texts in lower case, the longest first
+    std::set<std::string> m_Quoted;                           // the same, also as JSON writes them
     std::vector<std::pair<std::string, std::string>> m_Tests; // as told in reasons, "(NAME==VALUE)", and what covers it
 };
 

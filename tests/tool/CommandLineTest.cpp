@@ -63,7 +63,7 @@ TEST(CommandTable, EveryCommandIsRunByItsName)
         EXPECT_NE(help.Out.find("--include-protected"), std::string::npos) << "the options of every command";
     }
     EXPECT_EQ(names, (std::set<std::string>{"list", "get", "show", "choices", "defaults", "describe", "groups", "set",
-                                            "reset", "save", "restore", "compare"}));
+                                            "reset", "save", "restore", "compare", "lint", "adapt"}));
 }
 
 /** A folder of its own with the files that the examples name. */

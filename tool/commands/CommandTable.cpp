@@ -50,7 +50,7 @@ const std::vector<Command> commands{
      AttachLint},
     {"adapt", "Write the registry as it is adapted for the library",
      "redfishconfig adapt -o adapted.json\n"
-     "redfishconfig adapt | less",
+     "redfishconfig adapt > adapted.json",
      AttachAdapt},
 };
 
