@@ -64,8 +64,8 @@ def main():
         expect(header.name == "RedfishConfig.h" or f"<RedfishConfig/{header.name}>" in umbrella,
                f"RedfishConfig.h does not include {header.name}")
     client_headers = sorted((prefix / "include" / "RedfishConfig" / "Client").glob("*.h"))
-    expect({header.name for header in client_headers} == {"Adapt.h", "Client.h", "Documents.h", "Finding.h"},
-           f"client headers: {client_headers}")
+    expect({header.name for header in client_headers} == {
+        "Adapt.h", "Analyse.h", "Client.h", "Documents.h", "Finding.h"}, f"client headers: {client_headers}")
     client_umbrella = (prefix / "include" / "RedfishConfig" / "Client" / "Client.h").read_text()
     for header in client_headers:
         expect(header.name == "Client.h" or f"<RedfishConfig/Client/{header.name}>" in client_umbrella,
