@@ -6,6 +6,7 @@
 #include "support/LogCapture.h"
 #include "support/MapKeys.h"
 #include "support/RegistryBuilder.h"
+#include "support/Times.h"
 
 #include <RedfishConfig/RedfishConfig.h>
 
@@ -19,16 +20,6 @@ using namespace RedfishConfig;
 using namespace RegistryTest;
 
 namespace {
-
-std::string Times(std::size_t count, const std::string& piece)
-{
-    std::string text;
-    text.reserve(count * piece.size());
-    for (; count > 0; --count) {
-        text += piece;
-    }
-    return text;
-}
 
 /** Why a registry text cannot be read; empty when it can. */
 std::string Refusal(const std::string& text)

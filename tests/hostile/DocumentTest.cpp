@@ -1,5 +1,6 @@
 #include "fuzz/CheckedManager.h"
 #include "support/RegistryBuilder.h"
+#include "support/Times.h"
 
 #include <gtest/gtest.h>
 
@@ -252,16 +253,6 @@ TEST(DeepNesting, IsReadUpToALimitAndEndsNoStack)
     const std::string parentheses(1000000, '(');
     EXPECT_THROW(RedfishConfigExpression().Calculate(parentheses + "A==A"), std::string);
     EXPECT_TRUE(RedfishConfigExpression().Calculate(std::string(20000, '(') + "A==A" + std::string(20000, ')')));
-}
-
-std::string Times(std::size_t count, const std::string& piece)
-{
-    std::string text;
-    text.reserve(count * piece.size());
-    for (; count > 0; --count) {
-        text += piece;
-    }
-    return text;
 }
 
 TEST(LargeDocuments, OfAMillionAttributesOrRulesAreRefused)

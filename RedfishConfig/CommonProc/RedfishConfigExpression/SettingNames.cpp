@@ -8,11 +8,7 @@ namespace RedfishConfig {
 
 SettingNames::SettingNames(const std::vector<std::string_view>& names)
 {
-    std::size_t cells = 16;
-    while (cells < names.size() * 2) {
-        cells *= 2;
-    }
-    m_Cells.resize(cells);
+    m_Cells.resize(TableCells(names.size()));
     for (const std::string_view name : names) {
         m_LongestName = std::max(m_LongestName, name.size());
     }
@@ -24,6 +20,7 @@ SettingNames::SettingNames(const std::vector<std::string_view>& names)
     }
     m_KeyBytes = m_NameBytes;
     for (const std::string_view tail : keyTails) {
+        m_LongestKey = std::max(m_LongestKey, m_LongestName + tail.size());
         for (const char byte : tail) {
             m_KeyBytes[static_cast<unsigned char>(byte)] = true;
         }
@@ -38,26 +35,23 @@ void SettingNames::Add(std::string_view name, std::uint32_t position)
         m_NameBytes[static_cast<unsigned char>(*byte)] = true;
     }
     m_Lengths[name.size()] = true;
-    if (Find(hash.Value(), name) != none) {
-        return;
+    Cell& cell = m_Cells[CellOf(hash.Value(), name)];
+    if (cell.position == none) { // else the first attribute of that name counts
+        cell = {hash.Value(), name, position};
     }
-    const std::size_t mask = m_Cells.size() - 1;
-    std::size_t cell = hash.Value() & mask;
-    while (m_Cells[cell].position != none) {
-        cell = (cell + 1) & mask;
-    }
-    m_Cells[cell] = {hash.Value(), name, position};
 }
 
-std::uint32_t SettingNames::Find(std::uint64_t hash, std::string_view name) const
+std::size_t SettingNames::CellOf(std::uint64_t hash, std::string_view name) const
 {
+    const auto isOthers = [&](const Cell& cell) {
+        return cell.position != none && (cell.hash != hash || cell.name != name);
+    };
     const std::size_t mask = m_Cells.size() - 1;
-    for (std::size_t cell = hash & mask; m_Cells[cell].position != none; cell = (cell + 1) & mask) {
-        if (m_Cells[cell].hash == hash && m_Cells[cell].name == name) {
-            return m_Cells[cell].position;
-        }
+    std::size_t cell = hash & mask;
+    while (isOthers(m_Cells[cell])) {
+        cell = (cell + 1) & mask;
     }
-    return none;
+    return cell;
 }
 
 std::size_t SettingNames::FindKeys(std::string_view text, std::vector<KeyPlace>& found) const
@@ -93,21 +87,12 @@ std::size_t SettingNames::FindEnding(std::string_view text, KeyTail tail, std::v
         if (!m_Lengths[length]) {
             continue;
         }
-        const std::uint32_t attribute = Find(hash.Value(), text.substr(text.size() - length));
+        const std::uint32_t attribute = m_Cells[CellOf(hash.Value(), text.substr(text.size() - length))].position;
         if (attribute != none) {
             found.push_back({attribute, tail});
         }
     }
     return length;
-}
-
-std::size_t SettingNames::LongestKey() const
-{
-    std::size_t longestTail = 0;
-    for (const std::string_view tail : keyTails) {
-        longestTail = std::max(longestTail, tail.size());
-    }
-    return m_LongestName + longestTail;
 }
 
 } // namespace RedfishConfig

@@ -36,7 +36,7 @@ public:
     /** Whether a key may have this byte. */
     bool MayHold(char byte) const { return m_KeyBytes[static_cast<unsigned char>(byte)]; }
 
-    std::size_t LongestKey() const;
+    std::size_t LongestKey() const { return m_LongestKey; }
 
 private:
     static constexpr auto none = static_cast<std::uint32_t>(-1);
@@ -47,7 +47,8 @@ private:
         std::uint32_t position = none;
     };
     void Add(std::string_view name, std::uint32_t position);
-    std::uint32_t Find(std::uint64_t hash, std::string_view name) const;
+    // The cell of a name, or the empty one where it would be put.
+    std::size_t CellOf(std::uint64_t hash, std::string_view name) const;
     // Adds the attributes whose names end a text. Answers how many bytes were hashed.
     std::size_t FindEnding(std::string_view text, KeyTail tail, std::vector<KeyPlace>& found) const;
 
@@ -56,6 +57,7 @@ private:
     std::bitset<256> m_NameBytes;
     std::bitset<256> m_KeyBytes;
     std::size_t m_LongestName = 0;
+    std::size_t m_LongestKey = 0;
 };
 
 } // namespace RedfishConfig

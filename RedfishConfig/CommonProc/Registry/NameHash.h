@@ -39,4 +39,14 @@ private:
     std::uint64_t m_Value = 0;
 };
 
+/** How many cells a table of so many names has: a power of two, and half of them or more stay empty. */
+constexpr std::size_t TableCells(std::size_t names)
+{
+    std::size_t cells = 16;
+    while (cells < names * 2) {
+        cells *= 2;
+    }
+    return cells;
+}
+
 } // namespace RedfishConfig

@@ -17,11 +17,7 @@ constexpr unsigned tagShift = 29; // to the upper half of a hash of 61 bits
 NameIndex::NameIndex(std::vector<std::string_view> names, const CaseFolding& folding)
     : m_Names(std::move(names)), m_Folding(folding), m_Next(m_Names.size(), noPosition)
 {
-    std::size_t cells = 16;
-    while (cells < m_Names.size() * 2) {
-        cells *= 2;
-    }
-    m_Cells.resize(cells);
+    m_Cells.resize(TableCells(m_Names.size()));
     std::vector<Position> last(m_Names.size()); // by the first record of a name
     for (Position position = 0; position < m_Names.size(); ++position) {
         const std::uint64_t hash = Hash(m_Names[position]);

@@ -1,6 +1,7 @@
 #include "CommonProc/RedfishConfigSetting/PatternMatch.h"
 
 #include "CommonProc/Limits.h"
+#include "support/Times.h"
 
 #include <gtest/gtest.h>
 
@@ -13,16 +14,9 @@
 using RedfishConfig::MatchesPattern;
 namespace Limits = RedfishConfig::Limits;
 
-namespace {
+using RegistryTest::Times;
 
-std::string Times(std::size_t count, const std::string& piece)
-{
-    std::string text;
-    for (; count > 0; --count) {
-        text += piece;
-    }
-    return text;
-}
+namespace {
 
 /** "match", "no match" or why it could not be told. */
 std::string Outcome(const std::string& text, const std::string& pattern)
