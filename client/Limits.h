@@ -21,15 +21,28 @@ constexpr std::size_t conjunctions = 256;
 constexpr std::size_t termsOfRule = 1'000;
 constexpr std::size_t termsOfConjunctions = 8'192;
 
-/** What the library reads of an adapted registry. */
+/** What the core reads of an adapted registry. */
 constexpr std::size_t adaptedRules = 250'000;
-constexpr std::size_t formulaBytes = 60U << 10U;   // of all rules for one property, below the library's 64 KiB
-constexpr std::size_t ruleListBytes = 128U << 20U; // of all rules as text, below the library's 256 MiB
+constexpr std::size_t formulaBytes = 60U << 10U;   // of all rules for one property, below the core's 64 KiB
+constexpr std::size_t ruleListBytes = 128U << 20U; // of all rules as text, below the core's 256 MiB
+
+/** The rules for one property of a setting become no more text than so many times theirs, and some. */
+constexpr std::size_t growthOfRules = 16;
+constexpr std::size_t bytesOfPair = 16U << 10U;
+
+/** What is gone through to write rules of different outcomes for one property: values that earlier rules ask for. */
+constexpr std::size_t effortOfPair = 100'000;
 
 /** A numeric comparison becomes tests for each number that fulfils it, of an attribute with no more numbers. */
 constexpr std::size_t enumeratedNumbers = 256;
 
-/** Of a rule or a value, in a finding. */
+/** Deeper menu paths are cut: what follows counts as one name. The deepest path seen in use has seven pieces. */
+constexpr std::size_t menuLevels = 32;
+
+/** Pairs of a rule on a menu and a setting below that menu. */
+constexpr std::size_t menuRuleTargets = 1'000'000;
+
+/** Of a value, in a finding. */
 constexpr std::size_t quotedBytes = 600;
 
 /** Keys that stand in an object twice: those that are told one by one, and the length of their places. */

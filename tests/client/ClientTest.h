@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -26,8 +27,37 @@ inline Adaptation AdaptRegistry(const json::value& registry, const SettingValueM
 {
     ValuesDocument document;
     document.Values = values;
-    document.Place = "/Attributes";
+    document.Pointer = "/Attributes";
     return Adapt(ReadRegistryDocument(json::serialize(registry)), document);
+}
+
+inline std::shared_ptr<const Model> ModelOf(const json::value& registry)
+{
+    return Model::Read(ReadRegistryDocument(json::serialize(registry)));
+}
+
+/** A system with these values, as from a document whose "Attributes" they are. */
+inline ValuesDocument ValuesFrom(const SettingValueMap& values)
+{
+    ValuesDocument document;
+    document.Values = values;
+    document.Pointer = "/Attributes";
+    return document;
+}
+
+/** The rules of a model, each in a line: "0: T.ReadOnly = true when A == 1". */
+inline std::vector<std::string> RuleLines(const Model& model)
+{
+    std::vector<std::string> lines;
+    for (const Rule& rule : model.Rules()) {
+        lines.push_back(ToText(rule));
+    }
+    return lines;
+}
+
+inline std::vector<std::size_t> Listed(const IndexRange& range)
+{
+    return {range.begin(), range.end()};
 }
 
 inline json::array AdaptedList(const Adaptation& adaptation, std::string_view key)
@@ -76,8 +106,9 @@ inline std::vector<std::string> Lines(const std::vector<Finding>& findings)
     std::vector<std::string> lines;
     for (const Finding& finding : findings) {
         EXPECT_FALSE(finding.Found.empty());
-        EXPECT_FALSE(finding.Done.empty());
-        lines.push_back(std::string(Word(finding.Level)) + " " + std::string(Word(finding.Kind)) + " " + finding.Place);
+        EXPECT_FALSE(finding.Consequence.empty());
+        lines.push_back(std::string(Word(finding.Level)) + " " + std::string(Word(finding.Kind)) + " " +
+                        finding.Pointer);
     }
     return lines;
 }

@@ -4,45 +4,81 @@
 
 #include <zlib.h>
 
-#include <chrono>
+#include <ctime>
 #include <functional>
+#include <random>
 
 // Documents that nobody should publish.
 
 namespace {
 
 using namespace ClientTest;
+using RegistryTest::RegistryBuilder;
+using RegistryTest::Term;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
-/** Whatever comes of it is a registry text or none, and stays as it is when it is adapted once more. */
-void ReadAndAdapt(const std::string& registry, const std::string& values = "{}")
+/** Asks everything that can be asked of a registry and values, whatever they are. */
+void AskEverything(const std::string& registry, const std::string& values = "{}")
 {
-    const Adaptation adapted = Adapt(ReadRegistryDocument(registry), ReadValuesDocument(values));
-    if (!adapted.RegistryText.empty()) {
-        ExpectStable(adapted);
-        StatusOfAll(adapted);
-    } else {
-        EXPECT_FALSE(adapted.Findings.empty());
+    const RegistryDocument document = ReadRegistryDocument(registry);
+    EXPECT_TRUE(document.Usable() || !document.Findings.empty());
+    const auto model = Model::Read(document);
+    Lines(model->Findings());
+    std::size_t published = 0;
+    std::size_t read = 0;
+    for (const auto& [form, count] : model->Forms()) {
+        EXPECT_EQ(count.Published, count.Read + count.LeftOut);
+        published += count.Published;
+        read += count.Read;
     }
+    const JsonValue dependencies = document.Entries.Member("Dependencies");
+    EXPECT_EQ(published, dependencies.IsArray() ? dependencies.Size() : 0U);
+    EXPECT_EQ(read, model->Rules().size());
+
+    const ValuesDocument reported = ReadValuesDocument(values);
+    const SystemValues system(model, reported);
+    Lines(system.Findings(reported));
+    const Evaluation evaluation(system);
+    for (std::size_t rule = 0; rule < model->Rules().size(); ++rule) {
+        EXPECT_FALSE(ToText(model->Rules()[rule]).empty());
+        EXPECT_EQ(Explain(system, rule).Is, evaluation.Of(rule)) << ToText(model->Rules()[rule]);
+    }
+    std::vector<std::pair<std::size_t, Value>> changes;
+    for (std::size_t attribute = 0; attribute < model->Attributes().size(); ++attribute) {
+        ReasonFor(evaluation, system, attribute, Property::Hidden);
+        ChoicesOf(evaluation, system, attribute);
+        AttributeInForce(evaluation, system, attribute);
+        changes.emplace_back(attribute, Value(std::string("y")));
+    }
+    EXPECT_FALSE(Change(system, changes).IsCut);
 }
 
-constexpr char wholeRegistry[] = R"({"Id": "R", "RegistryEntries": {"Menus": [{"MenuName": "M"}], "Attributes": [
-    {"AttributeName": "A", "Type": "Enumeration", "ReadOnly": true, "CurrentValue": "x", "DefaultValue": "y", "DisplayOrder": 1,
-     "Value": [{"ValueName": "x", "ValueDisplayName": "X"}, {"ValueName": "y", "ValueDisplayName": "Y"}]},
+constexpr char wholeRegistry[] =
+    R"({"Id": "R", "RegistryEntries": {"Menus": [{"MenuName": "M", "MenuPath": "./M", "Hidden": true}],
+    "Attributes": [{"AttributeName": "A", "Type": "Enumeration", "ReadOnly": true, "CurrentValue": "x", "DefaultValue": "y",
+        "DisplayOrder": 1, "Value": [{"ValueName": "x", "ValueDisplayName": "X"}, {"ValueName": "y", "ValueDisplayName": "Y"}]},
     {"AttributeName": "B", "Type": "Integer", "LowerBound": 0, "UpperBound": 300, "ScalarIncrement": 1},
     {"AttributeName": "C", "Type": "String", "MinLength": 0, "MaxLength": 5, "ValueExpression": "a*", "MenuPath": "./M"}],
     "Dependencies": [{"Type": "Map", "DependencyFor": "C", "Dependency": {"MapFrom": [
         {"MapFromAttribute": "A", "MapFromProperty": "CurrentValue", "MapFromCondition": "EQU", "MapFromValue": "x", "MapTerms": "OR"},
         {"Subexpressions": [{"MapFromAttribute": "B", "MapFromProperty": "CurrentValue", "MapFromCondition": "GTR", "MapFromValue": 5},
                             {"MapFromAttribute": "C", "MapFromProperty": "Hidden", "MapFromCondition": "NEQ", "MapFromValue": true}]}],
-        "MapToAttribute": "C", "MapToProperty": "Hidden", "MapToValue": true}}]}})";
+        "MapToAttribute": "C", "MapToProperty": "Hidden", "MapToValue": true}},
+    {"Dependency": {"MapFrom": [{"MapFromAttribute": "B", "MapFromProperty": "CurrentValue", "MapFromCondition": "EQU", "MapFromValue": 7}],
+        "MapToAttribute": "A", "MapToProperty": "Value", "MapToValue": ["y"]}},
+    {"Dependency": {"MapFrom": [{"MapFromAttribute": "C", "MapFromProperty": "CurrentValue", "MapFromCondition": "NEQ", "MapFromValue": null}],
+        "MapToAttribute": "M", "MapToProperty": "GrayOut", "MapToValue": true}}]}})";
 
-TEST(HostileDocuments, CutAtEveryByte)
+constexpr char wholeValues[] = R"({"AttributeRegistry": "R", "Attributes": {"A": "x", "B": 7, "C": "aa"}})";
+
+TEST(HostileDocuments, MayBeCutAtEveryByte)
 {
     const std::string text = wholeRegistry;
     for (std::size_t length = 0; length < text.size(); ++length) {
-        ReadAndAdapt(text.substr(0, length));
+        AskEverything(text.substr(0, length));
     }
-    ReadAndAdapt(text);
+    AskEverything(text, wholeValues);
 }
 
 /** Visits every value of a document, the document itself first. */
@@ -60,46 +96,158 @@ void ForEach(json::value& value, const std::function<void(json::value&)>& visit)
     }
 }
 
-TEST(HostileDocuments, WithEveryValueOfEveryOtherKind)
+TEST(HostileDocuments, MayHaveAnyValueOfAnyOtherKind)
 {
     const json::value kinds[] = {nullptr,
                                  true,
                                  5,
                                  -1.5,
+                                 1e300,
                                  18446744073709551615U,
                                  "",
                                  "text",
+                                 "A",
                                  json::array{},
                                  json::array{nullptr},
                                  json::object{},
                                  json::object{{"Attributes", 5}}};
     json::value document = json::parse(wholeRegistry);
-    std::vector<json::value*> places;
-    ForEach(document, [&places](json::value& value) { places.push_back(&value); });
-    EXPECT_GT(places.size(), 60U);
-    for (std::size_t place = 0; place < places.size(); ++place) {
+    std::size_t values = 0;
+    ForEach(document, [&values](json::value&) { ++values; });
+    EXPECT_GT(values, 80U);
+    for (std::size_t place = 0; place < values; ++place) {
         for (const json::value& kind : kinds) {
             json::value changed = json::parse(wholeRegistry);
             std::size_t position = 0;
             json::value* found = nullptr;
             ForEach(changed, [&](json::value& value) { found = position++ == place ? &value : found; });
             *found = kind;
-            ReadAndAdapt(json::serialize(changed));
+            AskEverything(json::serialize(changed), wholeValues);
         }
     }
 }
 
-TEST(HostileDocuments, ValuesOfEveryKind)
+TEST(HostileDocuments, MayHaveValuesOfAnyKind)
 {
     for (const char* value :
          {"null", "true", "5", "-1.5", "1e99", "\"\"", "\"(x\"", "[]", "{}", "\"C.CurrentValue\"", "\"A exist\""}) {
         for (const char* name : {"A", "B", "C", "a", ""}) {
-            ReadAndAdapt(wholeRegistry, std::string("{\"Attributes\": {\"") + name + "\": " + value + "}}");
+            AskEverything(wholeRegistry, std::string("{\"Attributes\": {\"") + name + "\": " + value + "}}");
         }
     }
 }
 
-TEST(HostileDocuments, AGzipBombIsRefused)
+TEST(HostileDocuments, MayHaveBytesChanged)
+{
+    std::mt19937 random(1);
+    constexpr std::string_view bytes = "\"\\{}[],:0123456789-+.eE aABCMxytrufalsn\x80\xC3";
+    const auto mutate = [&](std::string text) {
+        for (std::size_t changes = 1 + random() % 3; changes > 0; --changes) {
+            const std::size_t place = random() % text.size();
+            switch (random() % 4) {
+            case 0:
+                text[place] = static_cast<char>(random() % 256);
+                break;
+            case 1:
+                text[place] = bytes[random() % bytes.size()];
+                break;
+            case 2:
+                text.erase(place, 1 + random() % 8);
+                break;
+            default:
+                text.insert(place, text.substr(random() % text.size(), random() % 40));
+            }
+            text += text.empty() ? "{" : "";
+        }
+        return text;
+    };
+    std::size_t readable = 0;
+    for (int round = 0; round < 5'000 && !HasFailure(); ++round) {
+        const std::string registry = mutate(wholeRegistry);
+        const std::string values = mutate(wholeValues);
+        SCOPED_TRACE(registry + "\n" + values);
+        AskEverything(registry, values);
+        readable += ReadRegistryDocument(registry).Usable() ? 1U : 0U;
+    }
+    EXPECT_GT(readable, 500U);
+}
+
+TEST(HostileDocuments, AreTheSameAfterBeingWrittenAgain)
+{
+    std::mt19937 random(2);
+    for (int round = 0; round < 2'000 && !HasFailure(); ++round) {
+        std::string text = wholeRegistry;
+        text[random() % text.size()] = static_cast<char>(' ' + random() % 95);
+        const RegistryDocument document = ReadRegistryDocument(text);
+        if (document.Usable() && document.Json->Repeated().Count == 0) {
+            const auto model = Model::Read(document);
+            const auto again = Model::Read(ReadRegistryDocument(ToText(document.Json->Root())));
+            EXPECT_EQ(RuleLines(*model), RuleLines(*again)) << text;
+            EXPECT_EQ(Lines(model->Findings()), Lines(again->Findings())) << text;
+        }
+    }
+}
+
+TEST(HostileDocuments, MayHaveZeroBytesInTexts)
+{
+    const std::string name("A\0B", 3);
+    RegistryBuilder registry;
+    registry.Attribute(name, "String").Attribute("A", "String").Attribute(std::string("\0", 1), "String");
+    registry.Rule(name, "Hidden", true, {Term{name, "EQU", json::string("\0x", 2)}});
+    AskEverything(registry.Text());
+    const auto model = ModelOf(registry.Json());
+    EXPECT_EQ(model->Attributes().size(), 3U);
+    EXPECT_EQ(model->Find(name), 0U);
+    EXPECT_EQ(model->Find("A"), 1U);
+    EXPECT_EQ(model->Rules().at(0).Target, 0U);
+    EXPECT_THAT(model->Findings(), IsEmpty());
+    const auto truthOf = [&](std::string value) {
+        return Evaluation(SystemValues(model, ValuesFrom({{name, std::move(value)}}))).Of(std::size_t{0});
+    };
+    EXPECT_EQ(truthOf(std::string("\0x", 2)), Truth::True);
+    EXPECT_EQ(truthOf(std::string("\0", 1)), Truth::False);
+
+    std::string raw = registry.Text(); // a zero byte itself is no JSON
+    raw[raw.find("String")] = '\0';
+    EXPECT_FALSE(ReadRegistryDocument(raw).Usable());
+}
+
+TEST(HostileDocuments, WithInvalidUtf8AreRefused)
+{
+    for (const char* bytes :
+         {"\x80", "\xC0\xAF", "\xE0\x80\x80", "\xED\xA0\x80", "\xF8\x88\x80\x80\x80", "\xFF", "\xC3"}) {
+        const std::string registry =
+            std::string(R"({"RegistryEntries": {"Attributes": [{"AttributeName": ")") + bytes + R"("}]}})";
+        const RegistryDocument document = ReadRegistryDocument(registry);
+        EXPECT_FALSE(document.Usable());
+        EXPECT_THAT(Lines(document.Findings), ElementsAre("error unreadable-document "));
+        EXPECT_TRUE(ReadValuesDocument(std::string("{\"") + bytes + "\": 1}").Values.empty());
+    }
+}
+
+TEST(HostileDocuments, MayHaveHugeNumbersAnywhere)
+{
+    for (const char* number :
+         {"9223372036854775807", "9223372036854775808", "-9223372036854775808", "-9223372036854775809", "1e308",
+          "-1e308", "1e400", "-1e400", "0.1e-400", "123456789012345678901234567890", "1.7976931348623159e308"}) {
+        for (const char* key : {"LowerBound", "UpperBound", "ScalarIncrement", "MinLength", "MaxLength", "DisplayOrder",
+                                "CurrentValue", "DefaultValue", "ReadOnly", "Value", "AttributeName", "Type"}) {
+            const std::string registry = R"({"RegistryEntries": {"Attributes": [
+                {"AttributeName": "B", "Type": "Integer", ")" +
+                                         std::string(key) + "\": " + number + R"(},
+                {"AttributeName": "A", "Type": "Integer"}], "Dependencies": [{"Dependency": {"MapFrom": [
+                    {"MapFromAttribute": "A", "MapFromProperty": "CurrentValue", "MapFromCondition": "LSS",
+                     "MapFromValue": )" + number +
+                                         R"(}],
+                    "MapToAttribute": "A", "MapToProperty": "LowerBound", "MapToValue": )" +
+                                         number + "}}]}}";
+            EXPECT_TRUE(ReadRegistryDocument(registry).Usable()) << registry;
+            AskEverything(registry, std::string(R"({"A": )") + number + "}");
+        }
+    }
+}
+
+TEST(HostileDocuments, ThatAreGzipBombsAreRefused)
 {
     z_stream stream{};
     ASSERT_EQ(deflateInit2(&stream, 1, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY), Z_OK);
@@ -119,43 +267,347 @@ TEST(HostileDocuments, AGzipBombIsRefused)
     EXPECT_EQ(document.Findings[0].Found, "the decompressed text is longer than 268435456 bytes");
 }
 
-TEST(HostileDocuments, NamesMayBeEndingsOfEachOther)
+/** A rule for T.Hidden with so many terms "A EQU n", whose joiners alternate. */
+std::string AlternatingRule(std::size_t terms, bool isOnEarlier)
 {
-    RegistryTest::RegistryBuilder registry;
+    std::string text =
+        R"({"Dependency": {"MapToAttribute": "T", "MapToProperty": "Hidden", "MapToValue": true, "MapFrom": [)";
+    for (std::size_t term = 0; term < terms; ++term) {
+        const bool isJoined = isOnEarlier ? term + 1 < terms : term > 0;
+        text +=
+            R"({"MapFromAttribute": "A", "MapFromProperty": "CurrentValue", "MapFromCondition": "EQU", "MapFromValue": )" +
+            std::to_string(term) + R"(, "MapTerms": ")" +
+            (!isJoined       ? ""
+             : term % 2 == 0 ? "AND"
+                             : "OR") +
+            "\"}";
+        text += term + 1 < terms ? "," : "]}}";
+    }
+    return text;
+}
+
+/** A registry with an integer A, a text T, and these rules. */
+std::string WithRules(const std::string& rules)
+{
+    return R"({"RegistryEntries": {"Attributes": [{"AttributeName": "A", "Type": "Integer"},
+        {"AttributeName": "T", "Type": "String"}], "Dependencies": [)" +
+           rules + "]}}";
+}
+
+TEST(HostileRules, OfAThousandTermsMayGroupAThousandDeep)
+{
+    for (const bool isOnEarlier : {false, true}) {
+        const auto model = Model::Read(ReadRegistryDocument(WithRules(AlternatingRule(1'000, isOnEarlier))));
+        EXPECT_THAT(model->Findings(), IsEmpty());
+        const std::string text = ToText(model->Rules().at(0));
+        EXPECT_EQ(std::count(text.begin(), text.end(), '('), 998);
+        const auto truthOf = [&](std::int64_t value) {
+            return Evaluation(SystemValues(model, ValuesFrom({{"A", value}}))).Of(std::size_t{0});
+        };
+        // to the left: term 999 joins the rest by "or", term 998 the rest of that by "and"
+        // to the right: term 0 joins the rest by "and"
+        EXPECT_EQ(truthOf(999), isOnEarlier ? Truth::False : Truth::True);
+        EXPECT_EQ(truthOf(998), Truth::False);
+        EXPECT_EQ(truthOf(5'000), Truth::False);
+        EXPECT_EQ(Evaluation(SystemValues(model)).Of(std::size_t{0}), Truth::Unknown);
+    }
+}
+
+TEST(HostileRules, OfMoreThanAThousandTermsAreUnknown)
+{
+    const auto model = Model::Read(ReadRegistryDocument(WithRules(AlternatingRule(1'001, false))));
+    EXPECT_THAT(Lines(model->Findings()), ElementsAre("error no-form /RegistryEntries/Dependencies/0"));
+    EXPECT_EQ(model->Forms().at(RuleForm::None).Read, 1U);
+    EXPECT_EQ(Evaluation(SystemValues(model, ValuesFrom({{"A", std::int64_t{1}}}))).Of(std::size_t{0}), Truth::Unknown);
+}
+
+TEST(HostileRules, NestAsDeepAsTheDocumentMay)
+{
+    const auto nested = [](std::size_t depth) {
+        std::string text =
+            R"({"MapFromAttribute": "A", "MapFromProperty": "CurrentValue", "MapFromCondition": "EQU", "MapFromValue": 1})";
+        for (std::size_t level = 0; level < depth; ++level) {
+            text = R"({"MapTerms": "NOT", "Subexpressions": [)" + text + "]}";
+        }
+        return WithRules(
+            R"({"Dependency": {"MapToAttribute": "T", "MapToProperty": "Hidden", "MapToValue": true, "MapFrom": [)" +
+            text + "]}}");
+    };
+    for (std::size_t depth = 0; depth <= 12; ++depth) { // 7 objects and arrays lie around, and 2 are a level
+        const auto model = Model::Read(ReadRegistryDocument(nested(depth)));
+        EXPECT_THAT(model->Findings(), IsEmpty()) << depth;
+        EXPECT_EQ(Evaluation(SystemValues(model, ValuesFrom({{"A", std::int64_t{1}}}))).Of(std::size_t{0}),
+                  depth % 2 == 0 ? Truth::True : Truth::False)
+            << depth;
+    }
+    EXPECT_FALSE(ReadRegistryDocument(nested(13)).Usable());
+}
+
+TEST(HostileRules, MayHaveLongListsOfJoiners)
+{
+    std::string joiners = "AND";
+    for (int count = 0; count < 100'000; ++count) {
+        joiners += ",AND";
+    }
+    RegistryBuilder registry;
+    registry.Attribute("A", "String");
+    registry.Rule("A", "Hidden", true, {Term{"A", "EQU", "x"}, Term{"A", "EQU", "y", joiners}});
+    EXPECT_THAT(Lines(ModelOf(registry.Json())->Findings()),
+                ElementsAre("error no-form /RegistryEntries/Dependencies/0"));
+}
+
+TEST(HostileRules, OnMenusDecideAMillionSettingsAtMost)
+{
+    RegistryBuilder registry;
+    for (int attribute = 0; attribute < 1'000; ++attribute) {
+        registry.Attribute("A" + std::to_string(attribute), "String", {{"MenuPath", "./M"}});
+    }
+    registry.Attribute("B", "String", {{"MenuPath", "./N"}});
+    for (int rule = 0; rule < 1'000; ++rule) {
+        registry.Rule("M", "Hidden", true, {Term{"A0", "EQU", "x"}});
+    }
+    const auto modelOf = [&registry] {
+        json::value document = registry.Json();
+        document.at("RegistryEntries").as_object()["Menus"] =
+            json::parse(R"([{"MenuName": "M", "MenuPath": "./M"}, {"MenuName": "N", "MenuPath": "./N"}])");
+        return ModelOf(document);
+    };
+    EXPECT_THAT(modelOf()->Findings(), IsEmpty());
+    registry.Rule("N", "Hidden", true, {Term{"A0", "EQU", "x"}});
+    registry.Rule("B", "Hidden", true, {Term{"A0", "EQU", "x"}}); // whose target is no menu
+    const auto model = modelOf();
+    ASSERT_THAT(Lines(model->Findings()), ElementsAre("error too-large /RegistryEntries/Dependencies/1000"));
+    EXPECT_EQ(model->Findings()[0].Rule, 1'000U);
+    EXPECT_EQ(model->RulesFor(999, Property::Hidden).size(), 1'000U);
+    EXPECT_THAT(Listed(model->RulesFor(1'000, Property::Hidden)), ElementsAre(1'001));
+}
+
+/** How many times longer a task takes when it is twice as large, by the least processor time of some runs. */
+double Growth(const std::function<std::function<void()>(std::size_t size)>& prepare, std::size_t size)
+{
+    const auto once = prepare(size);
+    const auto twice = prepare(2 * size);
+    const auto secondsOf = [](const std::function<void()>& task) {
+        const std::clock_t begin = std::clock();
+        task();
+        return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+    };
+    double least = 1e9;
+    double leastOfTwice = 1e9;
+    for (int run = 0; run < 5; ++run) {
+        least = std::min(least, secondsOf(once));
+        leastOfTwice = std::min(leastOfTwice, secondsOf(twice));
+    }
+    return leastOfTwice / std::max(least, 1e-4);
+}
+
+/** A task that reads a registry and evaluates it, of which the text has been parsed already. */
+std::function<void()> ReadingOf(const std::string& registry)
+{
+    auto document = std::make_shared<RegistryDocument>(ReadRegistryDocument(registry));
+    EXPECT_TRUE(document->Usable());
+    return [document] {
+        const auto model = Model::Read(*document);
+        const Evaluation evaluation{SystemValues(model)};
+        EXPECT_EQ(evaluation.Of().Rules().size(), model->Rules().size());
+    };
+}
+
+/** A registry of texts with these names, and for each a rule that reads it. */
+std::string WithNames(std::size_t count, const std::function<std::string(std::size_t number)>& name)
+{
+    std::string attributes;
+    std::string rules;
+    for (std::size_t number = 0; number < count; ++number) {
+        const std::string comma = number > 0 ? "," : "";
+        attributes += comma + R"({"AttributeName": ")" + name(number) + R"(", "Type": "String"})";
+        rules += comma + R"({"Dependency": {"MapFrom": [{"MapFromAttribute": ")" + name(number) +
+                 R"(", "MapFromProperty": "CurrentValue", "MapFromCondition": "EQU", "MapFromValue": "x"}],
+                 "MapToAttribute": ")" +
+                 name(count - 1 - number) + R"(", "MapToProperty": "Hidden", "MapToValue": true}})";
+    }
+    return R"({"RegistryEntries": {"Attributes": [)" + attributes + R"(], "Dependencies": [)" + rules + "]}}";
+}
+
+/** Names that are all the same but for the case of letters. */
+std::string NameInCases(std::size_t number)
+{
+    std::string name(20, 'a');
+    for (std::size_t place = 0; place < name.size(); ++place) {
+        name[place] = (number >> place & 1U) != 0 ? 'A' : 'a';
+    }
+    return name;
+}
+
+/** Names that differ at the end alone. */
+std::string NameWithPrefix(std::size_t number)
+{
+    const std::string digits = std::to_string(number);
+    return std::string(300 - digits.size(), 'p') + digits;
+}
+
+TEST(HostileNames, OfAHundredThousandAttributesMayDifferInCaseAlone)
+{
+    const auto model = Model::Read(ReadRegistryDocument(WithNames(100'000, NameInCases)));
+    ASSERT_EQ(model->Attributes().size(), 1U);
+    EXPECT_EQ(model->Attributes()[0].Name, std::string(20, 'a'));
+    EXPECT_EQ(model->Find(std::string(20, 'A')), 0U);
+    EXPECT_EQ(model->RulesReading(0).size(), 100'000U);
+    EXPECT_EQ(model->RulesFor(0, Property::Hidden).size(), 100'000U);
+}
+
+TEST(HostileNames, OfAHundredThousandAttributesMayShareALongPrefix)
+{
+    const auto model = Model::Read(ReadRegistryDocument(WithNames(100'000, NameWithPrefix)));
+    ASSERT_EQ(model->Attributes().size(), 100'000U);
+    EXPECT_THAT(model->Findings(), IsEmpty());
+    EXPECT_EQ(model->Find(NameWithPrefix(77'777)), 77'777U);
+    EXPECT_THAT(Listed(model->RulesReading(5)), ElementsAre(5));
+    EXPECT_THAT(Listed(model->RulesFor(5, Property::Hidden)), ElementsAre(99'994));
+}
+
+TEST(HostileNames, TakeTimeInProportion)
+{
+    EXPECT_LT(Growth([](std::size_t size) { return ReadingOf(WithNames(size, NameInCases)); }, 10'000), 3.0);
+    EXPECT_LT(Growth([](std::size_t size) { return ReadingOf(WithNames(size, NameWithPrefix)); }, 10'000), 3.0);
+    const auto withUnknownSources = [](std::size_t size) {
+        std::string rules;
+        for (std::size_t number = 0; number < size; ++number) {
+            rules += std::string(number > 0 ? "," : "") + R"({"Dependency": {"MapFrom": [{"MapFromAttribute": ")" +
+                     NameWithPrefix(number) + R"(", "MapFromProperty": "CurrentValue", "MapFromCondition": "EQU",
+                     "MapFromValue": 1}], "MapToAttribute": "T", "MapToProperty": "Hidden", "MapToValue": true}})";
+        }
+        return ReadingOf(WithRules(rules));
+    };
+    EXPECT_LT(Growth(withUnknownSources, 10'000), 3.0);
+}
+
+TEST(HostileNames, MayBeEndingsOfEachOther)
+{
+    RegistryBuilder registry;
     for (std::size_t length = 1; length <= 1'000; ++length) {
         const std::string name(length, 'a');
         registry.Attribute(name, "String");
-        registry.Rule(name, "Hidden", true, {RegistryTest::Term{name, "EQU", json::string(name + ".CurrentValue")}});
+        registry.Rule(name, "Hidden", true, {Term{name, "EQU", json::string(name + ".CurrentValue")}});
     }
-    const Adaptation adapted = AdaptRegistry(registry.Json());
-    EXPECT_TRUE(AdaptedRules(adapted).empty());
-    EXPECT_EQ(adapted.Findings.size(), 1'000U);
+    const auto model = ModelOf(registry.Json());
+    EXPECT_THAT(model->Findings(), IsEmpty());
+    EXPECT_THAT(Listed(model->RulesReading(7)), ElementsAre(7));
 }
 
-/** The seconds that it takes to adapt so many rules, each as large as is admitted. */
-double SecondsForRules(std::size_t count)
+/** An enumeration with so many choices, and rules of 1,000 terms that compare with each of them. */
+std::string WithChoices(std::size_t count)
 {
-    std::vector<RegistryTest::Term> terms;
-    for (std::size_t position = 0; position < 1'000; ++position) {
-        const char* joiner = position % 4 == 0 ? "AND" : "OR";
-        terms.push_back({"A", "EQU", json::string(std::to_string(position)), position > 0 ? joiner : ""});
+    std::string choices;
+    std::string rules;
+    for (std::size_t number = 0; number < count; ++number) {
+        const std::string text = std::to_string(number);
+        choices += std::string(number > 0 ? "," : "") + R"({"ValueName": "name)" + text +
+                   R"(", "ValueDisplayName": "display)" + text + "\"}";
+        const bool isFirst = number % 1'000 == 0;
+        rules +=
+            isFirst
+                ? std::string(number > 0 ? "]}}," : "") +
+                      R"({"Dependency": {"MapToAttribute": "T", "MapToProperty": "Hidden", "MapToValue": true, "MapFrom": [)"
+                : ",";
+        rules +=
+            R"({"MapFromAttribute": "A", "MapFromProperty": "CurrentValue", "MapFromCondition": "EQU", "MapFromValue": ")" +
+            std::string(number % 2 == 0 ? "name" : "display") + text + R"(", "MapTerms": ")" + (isFirst ? "" : "OR") +
+            "\"}";
     }
-    RegistryTest::RegistryBuilder registry;
-    registry.Attribute("A", "String");
-    for (std::size_t rule = 0; rule < count; ++rule) {
-        registry.Rule("A", "Hidden", true, terms);
-    }
-    const RegistryDocument document = ReadRegistryDocument(registry.Text());
-    const auto begin = std::chrono::steady_clock::now();
-    Adapt(document, {});
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return R"({"RegistryEntries": {"Attributes": [{"AttributeName": "T", "Type": "String"},
+        {"AttributeName": "A", "Type": "Enumeration", "CurrentValue": "name0", "Value": [)" +
+           choices + R"(]}], "Dependencies": [)" + rules + "]}}]}}";
 }
 
-TEST(HostileDocuments, TakeTimeInProportion)
+TEST(HostileChoices, OfAHundredThousandMayAllBeComparedWith)
 {
-    const double few = SecondsForRules(5);
-    const double many = SecondsForRules(50);
-    EXPECT_LT(many, 40 * few + 0.5) << few << " s and " << many << " s";
+    const auto model = Model::Read(ReadRegistryDocument(WithChoices(100'000)));
+    EXPECT_THAT(model->Findings(), IsEmpty());
+    ASSERT_EQ(model->Rules().size(), 100U);
+    const Evaluation evaluation{SystemValues(model, ValuesFrom({{"A", std::string("name77777")}}))};
+    for (std::size_t rule = 0; rule < 100; ++rule) {
+        EXPECT_EQ(evaluation.Of(rule), rule == 77 ? Truth::True : Truth::False) << rule;
+    }
+}
+
+TEST(HostileChoices, TakeTimeInProportion)
+{
+    EXPECT_LT(Growth([](std::size_t size) { return ReadingOf(WithChoices(size)); }, 10'000), 3.0);
+}
+
+TEST(HostileRules, TakeTimeInProportion)
+{
+    for (const bool isOnEarlier : {false, true}) {
+        const auto reading = [&](std::size_t rules) {
+            std::string text = AlternatingRule(1'000, isOnEarlier);
+            for (std::size_t rule = 1; rule < rules; ++rule) {
+                text += "," + AlternatingRule(1'000, isOnEarlier);
+            }
+            return ReadingOf(WithRules(text));
+        };
+        EXPECT_LT(Growth(reading, 10), 3.0);
+    }
+}
+
+/** So many attributes in one menu, so many menus with that path, and so many rules on menus of its name. */
+std::string WithMenus(std::size_t attributes, std::size_t menus, std::size_t rules)
+{
+    json::array attributeList, menuList, ruleList;
+    for (std::size_t attribute = 0; attribute < attributes; ++attribute) {
+        attributeList.push_back(
+            {{"AttributeName", "A" + std::to_string(attribute)}, {"Type", "String"}, {"MenuPath", "./M"}});
+    }
+    for (std::size_t menu = 0; menu < menus; ++menu) {
+        menuList.push_back({{"MenuName", "M"}, {"MenuPath", "./M"}});
+    }
+    for (std::size_t rule = 0; rule < rules; ++rule) {
+        const json::object term{{"MapFromAttribute", "A0"},
+                                {"MapFromProperty", "CurrentValue"},
+                                {"MapFromCondition", "EQU"},
+                                {"MapFromValue", "x"}};
+        ruleList.push_back(json::object{{"Dependency",
+                                         {{"MapFrom", json::array{term}},
+                                          {"MapToAttribute", "M"},
+                                          {"MapToProperty", "Hidden"},
+                                          {"MapToValue", true}}}});
+    }
+    return json::serialize(json::object{
+        {"RegistryEntries", {{"Attributes", attributeList}, {"Menus", menuList}, {"Dependencies", ruleList}}}});
+}
+
+TEST(HostileMenus, TakeTimeInProportionToAttributesAndRules)
+{
+    // of each size the pairs of a rule and a setting are more than are kept
+    EXPECT_LT(Growth([](std::size_t size) { return ReadingOf(WithMenus(size, 1, size)); }, 4'000), 3.0);
+}
+
+TEST(HostileMenus, TakeTimeInProportionToAttributesAndMenusOfOnePath)
+{
+    EXPECT_LT(Growth([](std::size_t size) { return ReadingOf(WithMenus(size, size, 0)); }, 2'000), 3.0);
+}
+
+TEST(HostileMenus, TakeTimeInProportionToRulesAndMenusOfOneName)
+{
+    EXPECT_LT(Growth([](std::size_t size) { return ReadingOf(WithMenus(1, size, size)); }, 2'000), 3.0);
+}
+
+TEST(HostileMenus, MayHaveDeepAndOddPaths)
+{
+    std::string deep = ".";
+    for (int level = 0; level < 10'000; ++level) {
+        deep += "/d";
+    }
+    for (const std::string& path : {deep, std::string("////"), std::string("."), std::string("./"), std::string()}) {
+        RegistryBuilder registry;
+        registry.Attribute("A", "String", {{"MenuPath", json::string(path)}});
+        registry.Rule("M", "Hidden", true, {Term{"A", "EQU", "x"}});
+        json::value document = registry.Json();
+        const json::object menu{
+            {"MenuName", "M"}, {"MenuPath", json::string(path)}, {"DisplayName", json::string(path)}};
+        document.at("RegistryEntries").as_object()["Menus"] = json::array{menu, menu};
+        AskEverything(json::serialize(document), R"({"A": "x"})");
+    }
 }
 
 } // namespace

@@ -6,11 +6,11 @@
  */
 
 #include <RedfishConfig/Client/Finding.h>
+#include <RedfishConfig/Client/Json.h>
 #include <RedfishConfig/Export.h>
 #include <RedfishConfig/SettingValue.h>
 
-#include <boost/json/object.hpp>
-
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,17 +19,19 @@ namespace RedfishConfig::Client {
 
 /** An attribute registry as published. Nothing in it is repaired yet. */
 struct RegistryDocument {
-    boost::json::object Registry; ///< has an object "RegistryEntries"; empty when the document cannot be used
-    std::string Place;            ///< JSON Pointer to "RegistryEntries" in the document as it was given
+    std::shared_ptr<const JsonDocument> Json; ///< null when the document cannot be used
+    JsonValue Registry;                       ///< the object with "Id", "Language" and the like
+    JsonValue Entries;                        ///< the object with "Attributes", "Dependencies" and "Menus"
+    std::string Pointer;                      ///< JSON Pointer to Entries in the document as it was given
     std::vector<Finding> Findings;
 
-    bool Usable() const { return !Registry.empty(); }
+    bool Usable() const { return Entries.Exists(); }
 };
 
 /** The values of a system as published: texts, whole numbers, booleans, and nulls for attributes without a value. */
 struct ValuesDocument {
     SettingValueMap Values;
-    std::string Place;             ///< JSON Pointer to the object of values in the document as it was given
+    std::string Pointer;           ///< JSON Pointer to the object of values in the document as it was given
     std::string AttributeRegistry; ///< the "Id" of the registry that the values belong to; empty when not said
     std::string SettingsObject;    ///< where changes are to be sent ("@Redfish.Settings"); empty when not said
     std::vector<Finding> Findings;

@@ -2,23 +2,26 @@
 
 /**
  * @file
- * What reading and adapting a controller's documents tells about them.
+ * What is found about a controller's documents: what was repaired, what does not count, what is odd.
  */
 
 #include <RedfishConfig/Export.h>
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace RedfishConfig::Client {
 
 enum class Severity {
-    Note,    ///< was put in another way that means the same
+    Note,    ///< was read as something that means the same
     Warning, ///< something does not count, or may not be what its author meant
-    Error,   ///< a document, or a rule, that is not understood or cannot be put exactly
+    Error,   ///< a document, or a rule, that is not understood
 };
 
-/** The document that the place of a finding points into. */
+/** The document that a finding points into. */
 enum class Document { Registry, Values };
 
 enum class FindingKind {
@@ -46,7 +49,6 @@ enum class FindingKind {
     DisplayNameForValue,
     ValueOfOtherType,
     ValueNotAChoice,
-    ValueWithOperators,
     // rules
     NoForm,
     MixedForms,
@@ -61,24 +63,37 @@ enum class FindingKind {
     NameInOtherCase,
     OutcomeOfOtherType,
     OppositeOutcome,
+    OrderOfTexts,
+    // the registry as a whole
     NeverHolds,
-    TooLarge,
-    Inexpressible,
-    // the adapted registry as a whole
     AlwaysHolds,
     NeverChangeable,
     DefaultOutOfBounds,
     ValueCycle,
     RuleCycle,
+    // the registry beside the values of a system
+    UnexplainedFlag,
+    DifferentFromRule,
+    NoChoiceLeft,
+    ValueNotAllowed,
+    // adapting for the core library
+    ValueWithOperators,
+    TooLarge,
+    Inexpressible,
 };
+
+/** All kinds, in the order of FindingKind. */
+REDFISHCONFIG_EXPORT const std::vector<FindingKind>& FindingKinds();
 
 struct Finding {
     Severity Level = Severity::Note;
     FindingKind Kind = FindingKind::WrongKind;
     Document In = Document::Registry;
-    std::string Place; ///< JSON Pointer into the document as it was given; empty for the whole document
+    std::string Pointer; ///< JSON Pointer into the document as it was given; empty for the whole document
     std::string Found;
-    std::string Done; ///< what that led to
+    std::string Consequence;
+    std::string Attribute;           ///< the name of the attribute that it is about; empty for none, or for several
+    std::optional<std::size_t> Rule; ///< the position in "Dependencies" of the rule that it is about
 };
 
 /** "note", "warning", "error". */

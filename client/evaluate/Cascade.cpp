@@ -1,0 +1,172 @@
+#include <RedfishConfig/Client/Cascade.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
+
+namespace RedfishConfig::Client {
+
+namespace {
+
+constexpr std::size_t mostWaves = 1'000;
+
+const Value& ValueGivenBy(const Rule& rule)
+{
+    return std::get<Value>(rule.Outcome);
+}
+
+/** Lets the rules act, wave by wave. */
+class Waves {
+public:
+    explicit Waves(const SystemValues& before) : m_Model(before.Of()), m_Cascade{{}, {}, {}, false, false, before} {}
+
+    Cascade Run(const std::vector<std::pair<std::size_t, Value>>& changes)
+    {
+        std::set<std::size_t> changed;
+        for (const auto& [attribute, value] : changes) {
+            m_ByHand.insert(attribute);
+            Give(attribute, value, changed);
+        }
+        m_Seen.insert(State());
+        for (std::size_t wave = 1; !changed.empty() && !m_Cascade.IsCycle; ++wave) {
+            if (wave > mostWaves) {
+                m_Cascade.IsCut = true;
+                break;
+            }
+            changed = RunWave(wave, changed);
+            m_Cascade.IsCycle = !changed.empty() && !m_Seen.insert(State()).second;
+        }
+        m_Cascade.MayChange.assign(m_MayChange.begin(), m_MayChange.end());
+        return std::move(m_Cascade);
+    }
+
+private:
+    void Give(std::size_t attribute, const Value& value, std::set<std::size_t>& changed)
+    {
+        const Value before = m_Cascade.After.ValueOf(attribute);
+        m_Cascade.After.Assume(attribute, value);
+        if (!m_Cascade.After.AreSame(attribute, before, m_Cascade.After.ValueOf(attribute))) {
+            changed.insert(attribute);
+        }
+    }
+
+    /** The rules for CurrentValue that the changed attributes trigger, in the order of the registry. */
+    std::set<std::size_t> Triggered(const std::set<std::size_t>& changed) const
+    {
+        std::set<std::size_t> triggered;
+        for (const std::size_t attribute : changed) {
+            for (const std::size_t rule : m_Model.RulesReading(attribute)) {
+                if (m_Model.Rules()[rule].Decides == Property::CurrentValue && IsTriggeredBy(rule, attribute)) {
+                    triggered.insert(rule);
+                }
+            }
+        }
+        return triggered;
+    }
+
+    bool IsTriggeredBy(std::size_t index, std::size_t attribute) const
+    {
+        const Rule& rule = m_Model.Rules()[index];
+        const std::optional<std::size_t> named = m_Model.Find(rule.DependencyFor);
+        if (!named || *named == attribute) {
+            return true;
+        }
+        const IndexRange readers = m_Model.RulesReading(*named);
+        // a name of what is no source says nothing: then each of them triggers the rule
+        return !std::binary_search(readers.begin(), readers.end(), index);
+    }
+
+    /** @return the attributes that really changed. */
+    std::set<std::size_t> RunWave(std::size_t wave, const std::set<std::size_t>& changed)
+    {
+        const Evaluation now(m_Cascade.After);
+        std::map<std::size_t, std::size_t> givenBy; // attribute to rule
+        std::vector<RuleChange> effects;
+        for (const std::size_t index : Triggered(changed)) {
+            const Rule& rule = m_Model.Rules()[index];
+            if (now.Of(index) == Truth::Unknown) {
+                m_MayChange.insert(index);
+            }
+            if (now.Of(index) != Truth::True) {
+                continue;
+            }
+            const Value wanted = m_Cascade.After.Translate(rule.Target, ValueGivenBy(rule));
+            if (m_ByHand.count(rule.Target) > 0) {
+                Refuse({wave, index, rule.Target, wanted, m_Cascade.After.ValueOf(rule.Target), std::nullopt});
+                continue;
+            }
+            const auto [given, isFirst] = givenBy.emplace(rule.Target, index);
+            if (!isFirst) {
+                const Rule& first = m_Model.Rules()[given->second];
+                Refuse({wave, index, rule.Target, wanted, m_Cascade.After.Translate(rule.Target, ValueGivenBy(first)),
+                        given->second});
+                continue;
+            }
+            effects.push_back({wave, index, rule.Target, m_Cascade.After.ValueOf(rule.Target), wanted});
+        }
+        return Apply(std::move(effects));
+    }
+
+    void Refuse(RuleConflict conflict)
+    {
+        if (!m_Cascade.After.AreSame(conflict.Attribute, conflict.Wanted, conflict.Kept)) {
+            m_Cascade.Conflicts.push_back(std::move(conflict));
+        }
+    }
+
+    std::set<std::size_t> Apply(std::vector<RuleChange> effects)
+    {
+        std::set<std::size_t> changed;
+        for (RuleChange& effect : effects) {
+            if (!m_Cascade.After.AreSame(effect.Attribute, effect.From, effect.To)) {
+                Give(effect.Attribute, effect.To, changed);
+                m_Cascade.Changes.push_back(std::move(effect));
+            }
+        }
+        return changed;
+    }
+
+    /** The values of all that rules can give a value. */
+    std::vector<SettingValue> State() const
+    {
+        std::vector<SettingValue> state;
+        for (const Rule& rule : m_Model.Rules()) {
+            if (rule.Decides == Property::CurrentValue) {
+                state.push_back(Reveal(m_Cascade.After.ValueOf(rule.Target)));
+            }
+        }
+        return state;
+    }
+
+    const Model& m_Model;
+    std::set<std::size_t> m_ByHand;
+    std::set<std::size_t> m_MayChange;
+    std::set<std::vector<SettingValue>> m_Seen;
+    Cascade m_Cascade;
+};
+
+} // namespace
+
+Cascade Change(const SystemValues& before, const std::vector<std::pair<std::size_t, Value>>& changes)
+{
+    return Waves(before).Run(changes);
+}
+
+std::vector<RuleDeviation> DeviationsFromRules(const Evaluation& evaluation, const SystemValues& now)
+{
+    std::vector<RuleDeviation> deviations;
+    for (std::size_t attribute = 0; attribute < now.Of().Attributes().size(); ++attribute) {
+        const std::optional<std::size_t> rule = evaluation.RuleInForce(attribute, Property::CurrentValue);
+        if (!rule || !HasValue(now.ValueOf(attribute))) {
+            continue;
+        }
+        Value given = now.Translate(attribute, ValueGivenBy(now.Of().Rules()[*rule]));
+        if (!now.AreSame(attribute, given, now.ValueOf(attribute))) {
+            deviations.push_back({*rule, attribute, std::move(given)});
+        }
+    }
+    return deviations;
+}
+
+} // namespace RedfishConfig::Client

@@ -1,0 +1,172 @@
+#include <RedfishConfig/Client/Evaluate.h>
+
+#include "../model/ConditionPrograms.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace RedfishConfig::Client {
+
+namespace {
+
+bool OutcomeOf(const Rule& rule)
+{
+    const auto* value = std::get_if<Value>(&rule.Outcome);
+    const bool* truth = value != nullptr ? std::get_if<bool>(value) : nullptr;
+    return truth != nullptr && *truth;
+}
+
+std::vector<Truth> RulesFor(const SystemValues& values)
+{
+    std::vector<Truth> rules(values.Of().Rules().size());
+    const ConditionPrograms& programs = values.Of().Programs();
+    programs.EvaluateRules(programs.EvaluateTests(values), rules);
+    return rules;
+}
+
+} // namespace
+
+std::string_view Word(Truth truth)
+{
+    constexpr std::string_view words[] = {"false", "unknown", "true"};
+    return words[static_cast<std::size_t>(truth)];
+}
+
+/** The flags of a registry: what they are before any rule, and how far each true one can be relied on. */
+struct Evaluation::Flags {
+    struct Pair {
+        std::uint32_t Attribute;
+        Property Flag;
+        FlagOrigin Origin;
+    };
+    std::vector<Pair> Ruled;                ///< that rules decide
+    std::vector<std::uint8_t> WithoutRules; ///< verdicts by attribute and flag, as the flags alone give them
+};
+
+Evaluation::Evaluation(const SystemValues& now) : Evaluation(now, now) {}
+
+Evaluation::Evaluation(const SystemValues& now, const SystemValues& then) : m_Model(then.SharedModel())
+{
+    m_Rules = RulesFor(then);
+    m_Flags = FindFlags();
+    if (&now != &then) {
+        m_Rules = RulesFor(now);
+    }
+    DecideAll();
+}
+
+Evaluation Evaluation::ForValues(const SystemValues& now) const
+{
+    Evaluation other(*this);
+    other.m_Rules = RulesFor(now);
+    other.DecideAll();
+    return other;
+}
+
+/** By the truth of the rules for the values that the registry came with. */
+std::shared_ptr<const Evaluation::Flags> Evaluation::FindFlags() const
+{
+    const auto flags = std::make_shared<Flags>();
+    const std::size_t attributes = m_Model->Attributes().size();
+    flags->WithoutRules.resize(attributes * flagCount, 0);
+    for (std::size_t attribute = 0; attribute < attributes; ++attribute) {
+        const FlagSet own = m_Model->FlagsOf(attribute);
+        for (std::size_t number = 0; number < flagCount; ++number) {
+            const auto flag = static_cast<Property>(number);
+            if (own.Has(flag)) {
+                flags->WithoutRules[attribute * flagCount + number] = isTrue | isMarked;
+            }
+            if (!m_Model->RulesFor(attribute, flag).empty()) {
+                const FlagOrigin origin = own.Has(flag) ? OriginByRules(attribute, flag) : FlagOrigin::NotSet;
+                flags->Ruled.push_back({static_cast<std::uint32_t>(attribute), flag, origin});
+            }
+        }
+    }
+    return flags;
+}
+
+FlagOrigin Evaluation::OriginByRules(std::size_t attribute, Property flag) const
+{
+    FlagOrigin origin = FlagOrigin::Marked;
+    for (const std::size_t rule : m_Model->RulesFor(attribute, flag)) {
+        if (m_Rules[rule] == Truth::True) {
+            return OutcomeOf(m_Model->Rules()[rule]) ? FlagOrigin::Explained : FlagOrigin::Marked;
+        }
+        if (m_Rules[rule] == Truth::Unknown) {
+            origin = FlagOrigin::Unexplained;
+        }
+    }
+    return origin;
+}
+
+void Evaluation::DecideAll()
+{
+    m_Verdicts = m_Flags->WithoutRules;
+    for (const Flags::Pair& pair : m_Flags->Ruled) {
+        const Verdict verdict = Decide(pair.Attribute, pair.Flag, pair.Origin);
+        m_Verdicts[pair.Attribute * flagCount + static_cast<std::size_t>(pair.Flag)] = static_cast<std::uint8_t>(
+            (verdict.Value ? isTrue : 0) | (verdict.Certain ? 0 : isUncertain) | (verdict.Marked ? isMarked : 0));
+    }
+}
+
+Verdict Evaluation::Decide(std::size_t attribute, Property flag, FlagOrigin origin) const
+{
+    bool anyUnknown = false;
+    bool unknownGivesTrue = false;
+    bool unknownGivesFalse = false;
+    for (const std::size_t rule : m_Model->RulesFor(attribute, flag)) {
+        if (m_Rules[rule] == Truth::False) {
+            continue;
+        }
+        const bool outcome = OutcomeOf(m_Model->Rules()[rule]);
+        if (m_Rules[rule] == Truth::True) { // an earlier rule would go first if it were true
+            return {outcome, !(outcome ? unknownGivesFalse : unknownGivesTrue), false};
+        }
+        anyUnknown = true;
+        (outcome ? unknownGivesTrue : unknownGivesFalse) = true;
+    }
+    const bool isSet = origin != FlagOrigin::NotSet;
+    if (anyUnknown) {
+        return {isSet, false, false};
+    }
+    return {isSet && origin != FlagOrigin::Explained, origin != FlagOrigin::Unexplained, origin == FlagOrigin::Marked};
+}
+
+FlagOrigin Evaluation::OriginOf(std::size_t attribute, Property flag) const
+{
+    const auto found = std::lower_bound(m_Flags->Ruled.begin(), m_Flags->Ruled.end(), std::pair(attribute, flag),
+                                        [](const Flags::Pair& pair, const auto& key) {
+                                            return std::pair(std::size_t{pair.Attribute}, pair.Flag) < key;
+                                        });
+    if (found != m_Flags->Ruled.end() && found->Attribute == attribute && found->Flag == flag) {
+        return found->Origin;
+    }
+    return m_Model->FlagsOf(attribute).Has(flag) ? FlagOrigin::Marked : FlagOrigin::NotSet;
+}
+
+std::vector<std::size_t> Evaluation::DecidingRules(std::size_t attribute, Property property) const
+{
+    const std::optional<std::size_t> first = RuleInForce(attribute, property);
+    std::vector<std::size_t> rules;
+    for (const std::size_t rule : m_Model->RulesFor(attribute, property)) {
+        const bool decides =
+            first ? m_Rules[rule] == Truth::True && m_Model->Rules()[rule].Outcome == m_Model->Rules()[*first].Outcome
+                  : m_Rules[rule] == Truth::Unknown;
+        if (decides) {
+            rules.push_back(rule);
+        }
+    }
+    return rules;
+}
+
+std::optional<std::size_t> Evaluation::RuleInForce(std::size_t attribute, Property property) const
+{
+    for (const std::size_t rule : m_Model->RulesFor(attribute, property)) {
+        if (m_Rules[rule] == Truth::True) {
+            return rule;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace RedfishConfig::Client

@@ -1,0 +1,182 @@
+#include <RedfishConfig/Client/Evaluate.h>
+
+#include "../intake/Quote.h"
+
+#include <algorithm>
+#include <string>
+
+namespace RedfishConfig::Client {
+
+namespace {
+
+constexpr std::size_t longestValue = 80; // in bytes; a reason is one sentence
+
+/** What is said of a setting whose flag is true. */
+const char* WordFor(Property flag)
+{
+    constexpr const char* words[] = {"read-only",     "write-only",        "hidden", "grayed out", "immutable",
+                                     "system-unique", "in need of a reset"};
+    return words[static_cast<std::size_t>(flag)];
+}
+
+std::string Shown(const Value& value)
+{
+    const std::string text = ToText(value);
+    return text.empty() ? "empty" : Cut(text, longestValue);
+}
+
+std::string FlagClause(const Test& test, bool flag)
+{
+    return test.Name + (flag ? " is " : " is not ") + WordFor(test.Of);
+}
+
+/** How a value stands to an operand: "greater than 10". */
+std::string OrderClause(const Test& test)
+{
+    switch (test.Compare) {
+    case Comparison::Greater:
+        return "greater than " + Shown(test.Operand);
+    case Comparison::GreaterOrEqual:
+        return "at least " + Shown(test.Operand);
+    case Comparison::Less:
+        return "less than " + Shown(test.Operand);
+    default:
+        return "at most " + Shown(test.Operand);
+    }
+}
+
+/** "SysProfile is PerfOptimized, not Custom": what is, and how that answers the test. */
+std::string TestClause(const Explanation& explanation)
+{
+    const Test& test = *explanation.Asked;
+    const bool holds = explanation.Is == Truth::True;
+    if (test.Of != Property::CurrentValue) {
+        return FlagClause(test, std::get<bool>(explanation.Current));
+    }
+    if (!HasValue(explanation.Current)) {
+        return test.Name + " has no value";
+    }
+    const std::string is = test.Name + " is " + Shown(explanation.Current);
+    if (!HasValue(test.Operand)) {
+        return is;
+    }
+    const bool isEquality = test.Compare == Comparison::Equal || test.Compare == Comparison::NotEqual;
+    if (!isEquality) {
+        return is + (holds ? ", " : ", not ") + OrderClause(test);
+    }
+    const bool isEqual = holds == (test.Compare == Comparison::Equal);
+    return isEqual ? is : is + ", not " + Shown(test.Operand);
+}
+
+/** Why a condition is true, or why it is false: of several sufficient parts the first. */
+std::string Clause(const Explanation& explanation)
+{
+    if (explanation.What == Condition::Kind::Test) {
+        return TestClause(explanation);
+    }
+    if (explanation.What == Condition::Kind::Not) {
+        return Clause(explanation.Parts.front());
+    }
+    const bool oneSuffices = (explanation.What == Condition::Kind::Any) == (explanation.Is == Truth::True);
+    std::string text;
+    for (const Explanation& part : explanation.Parts) {
+        if (part.Is != explanation.Is) {
+            continue;
+        }
+        const std::string clause = Clause(part);
+        const bool hasComma = (text + clause).find(',') != std::string::npos;
+        text += (text.empty() ? "" : hasComma ? ", and " : " and ") + clause;
+        if (oneSuffices) {
+            break;
+        }
+    }
+    return text;
+}
+
+/** The first part because of which a condition is unknown. */
+const Explanation& UnknownPart(const Explanation& explanation)
+{
+    for (const Explanation& part : explanation.Parts) {
+        if (part.Is == Truth::Unknown) {
+            return UnknownPart(part);
+        }
+    }
+    return explanation;
+}
+
+/** "rule 39 reads X, and the system does not report it". */
+std::string UnknownClause(const SystemValues& now, std::size_t rule)
+{
+    const Explanation explanation = Explain(now, rule);
+    const Explanation& part = UnknownPart(explanation);
+    const std::string number = "rule " + std::to_string(now.Of().Rules()[rule].Position);
+    return part.Asked != nullptr ? number + " reads " + part.Asked->Name + ", and " + part.Because
+                                 : number + " has no meaning: " + part.Because;
+}
+
+std::string RuleReason(const SystemValues& now, std::size_t rule, Property flag)
+{
+    return std::string(WordFor(flag)) + " because " + Clause(Explain(now, rule)) + " (rule " +
+           std::to_string(now.Of().Rules()[rule].Position) + ")";
+}
+
+/** The first unknown rule that could change a verdict: one with another outcome, where the verdict has one. */
+std::optional<std::size_t> FirstUnknownRule(const Evaluation& evaluation, std::size_t attribute, Property flag,
+                                            const Outcome* butNotGiving)
+{
+    for (const std::size_t rule : evaluation.Of().RulesFor(attribute, flag)) {
+        const bool mayChange = butNotGiving == nullptr || evaluation.Of().Rules()[rule].Outcome != *butNotGiving;
+        if (evaluation.Of(rule) == Truth::Unknown && mayChange) {
+            return rule;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string MarkReason(const Evaluation& evaluation, std::size_t attribute, Property flag)
+{
+    const Model& model = evaluation.Of();
+    std::string reason = "marked " + std::string(WordFor(flag)) + " by the controller";
+    if (!model.Attributes()[attribute].Flags.Has(flag)) {
+        const IndexRange menus = model.MenusOf(attribute);
+        const auto* menu = std::find_if(menus.begin(), menus.end(),
+                                        [&](std::size_t index) { return model.Menus()[index].Flags.Has(flag); });
+        reason += " with the menu " + model.Menus()[*menu].Name;
+    }
+    return reason + (model.RulesFor(attribute, flag).empty() ? "" : "; no rule explains it");
+}
+
+} // namespace
+
+std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute, Property flag)
+{
+    const Verdict verdict = evaluation.Of(attribute, flag);
+    if (verdict.Certain) {
+        return "";
+    }
+    if (const std::optional<std::size_t> rule = evaluation.RuleInForce(attribute, flag)) {
+        const Outcome& outcome = evaluation.Of().Rules()[*rule].Outcome;
+        const auto unknown = FirstUnknownRule(evaluation, attribute, flag, &outcome);
+        return unknown ? UnknownClause(now, *unknown) + ", and comes before rule " +
+                             std::to_string(evaluation.Of().Rules()[*rule].Position)
+                       : "";
+    }
+    const auto unknown = FirstUnknownRule(evaluation, attribute, flag, nullptr);
+    return unknown ? UnknownClause(now, *unknown) + "; the controller's own flag says " + (verdict.Value ? "yes" : "no")
+                   : "the controller marks it, and the rules that could explain it were not known then";
+}
+
+std::string ReasonFor(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute, Property flag)
+{
+    const Verdict verdict = evaluation.Of(attribute, flag);
+    if (verdict.Marked) {
+        return MarkReason(evaluation, attribute, flag);
+    }
+    if (!verdict.Certain) {
+        return "unknown whether " + std::string(WordFor(flag)) + ": " + DoubtAbout(evaluation, now, attribute, flag);
+    }
+    const std::optional<std::size_t> rule = evaluation.RuleInForce(attribute, flag);
+    return verdict.Value && rule ? RuleReason(now, *rule, flag) : "";
+}
+
+} // namespace RedfishConfig::Client

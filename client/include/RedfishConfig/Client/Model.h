@@ -1,0 +1,138 @@
+#pragma once
+
+/**
+ * @file
+ * What a registry publishes, understood: its attributes, menus and rules. Read once, never changed, and shared by all
+ * systems that have the registry.
+ */
+
+#include <RedfishConfig/Client/Attribute.h>
+#include <RedfishConfig/Client/Documents.h>
+#include <RedfishConfig/Client/Finding.h>
+#include <RedfishConfig/Client/Rule.h>
+#include <RedfishConfig/Export.h>
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace RedfishConfig::Client {
+
+class ConditionPrograms;
+class Findings;
+class NameTable;
+
+/** Positions in one of the lists of a model, ascending. */
+struct IndexRange {
+    const std::size_t* First = nullptr;
+    const std::size_t* Last = nullptr;
+    const std::size_t* begin() const { return First; }
+    const std::size_t* end() const { return Last; }
+    std::size_t size() const { return static_cast<std::size_t>(Last - First); }
+    bool empty() const { return First == Last; }
+    std::size_t operator[](std::size_t place) const { return First[place]; }
+};
+
+/** What became of the published rules of one form. */
+struct RuleCount {
+    std::size_t Published = 0;
+    std::size_t Read = 0;    ///< in Model::Rules()
+    std::size_t LeftOut = 0; ///< without a target or property that exists, or without a meaning; each with a finding
+};
+
+/**
+ * The attributes, menus and rules of a registry. Attributes, menus and rules are known by their index in these lists;
+ * Position is that in the published document.
+ *
+ * An attribute whose name differs from an earlier one in the case of letters alone is left out, with a finding, as are
+ * those without a name. A rule is left out, with a finding, when its target is neither an attribute nor a menu, its
+ * property is unknown, or its outcome is none that the property can have. A rule with terms that have no meaning stays:
+ * these terms are never known.
+ *
+ * May be read by several threads.
+ */
+class REDFISHCONFIG_EXPORT Model {
+public:
+    /** Reads a registry. Never throws for what is in it; of a document that is not Usable() the model is empty. */
+    static std::shared_ptr<const Model> Read(const RegistryDocument& document);
+
+    ~Model();
+    Model(const Model&) = delete;
+    Model& operator=(const Model&) = delete;
+
+    const std::vector<Attribute>& Attributes() const { return m_Attributes; }
+    const std::vector<Menu>& Menus() const { return m_Menus; }
+
+    /** In the order of the registry. */
+    const std::vector<Rule>& Rules() const { return m_Rules; }
+
+    /** The index of the attribute of that name; else of one that differs in the case of ASCII letters alone. */
+    std::optional<std::size_t> Find(std::string_view name) const;
+
+    /** The rules that decide a property of an attribute, those on menus that it is in among them; indices. */
+    IndexRange RulesFor(std::size_t attribute, Property property) const;
+
+    /** The rules that read an attribute; indices. */
+    IndexRange RulesReading(std::size_t attribute) const;
+
+    /** The menus that an attribute is in, as far as the registry describes them; indices. */
+    IndexRange MenusOf(std::size_t attribute) const;
+
+    /** The attribute's own flags and those of its menus. */
+    FlagSet FlagsOf(std::size_t attribute) const;
+
+    /** What is found in the registry alone, whatever the values of a system are. */
+    const std::vector<Finding>& Findings() const { return m_Findings; }
+
+    /** The published rules by form. */
+    const std::map<RuleForm, RuleCount>& Forms() const { return m_Forms; }
+
+    /** "Id", "Language" and "RegistryVersion" of the registry; empty where it has none. */
+    const std::string& Id() const { return m_Id; }
+    const std::string& Language() const { return m_Language; }
+    const std::string& RegistryVersion() const { return m_RegistryVersion; }
+
+    /** JSON Pointers into the document as it was given. */
+    std::string PointerToAttribute(std::size_t attribute) const;
+    std::string PointerToRule(std::size_t rule) const;
+
+    /** The document that the model was read from. */
+    const RegistryDocument& Document() const { return m_Document; }
+
+    /** The conditions as programs over tests, for Evaluation. */
+    const ConditionPrograms& Programs() const { return *m_Programs; }
+
+private:
+    friend class ModelReader;
+    Model();
+    void BuildIndices(Client::Findings& findings);
+
+    RegistryDocument m_Document; // its findings are not kept here
+    std::string m_Id, m_Language, m_RegistryVersion;
+    std::vector<Attribute> m_Attributes;
+    std::vector<Menu> m_Menus;
+    std::vector<Rule> m_Rules;
+    std::vector<Finding> m_Findings;
+    std::map<RuleForm, RuleCount> m_Forms;
+    std::unique_ptr<const NameTable> m_Names;
+    std::unique_ptr<const ConditionPrograms> m_Programs;
+
+    // lists of lists, one behind the other: that of key N is from begin[N] to begin[N + 1]
+    struct Lists {
+        Lists() = default;
+        Lists(std::size_t keys, const std::vector<std::pair<std::size_t, std::size_t>>& pairs);
+        std::vector<std::size_t> Begin;
+        std::vector<std::size_t> Items;
+        IndexRange Of(std::size_t key) const;
+    };
+    Lists m_RulesFor;     // by attribute and property
+    Lists m_RulesReading; // by attribute
+    Lists m_MenusOf;      // by attribute
+};
+
+} // namespace RedfishConfig::Client

@@ -1,0 +1,53 @@
+#include "Quote.h"
+
+#include "../Limits.h"
+
+namespace RedfishConfig::Client {
+
+const char* KindOf(const JsonValue& value)
+{
+    switch (value.What()) {
+    case JsonValue::Kind::Missing:
+        return "missing";
+    case JsonValue::Kind::Null:
+        return "null";
+    case JsonValue::Kind::Boolean:
+        return "a boolean";
+    case JsonValue::Kind::Integer:
+    case JsonValue::Kind::Unsigned:
+    case JsonValue::Kind::Fraction:
+        return "a number";
+    case JsonValue::Kind::Text:
+        return "a text";
+    case JsonValue::Kind::Array:
+        return "a list";
+    case JsonValue::Kind::Object:
+        break;
+    }
+    return "an object";
+}
+
+std::string Cut(std::string text, std::size_t mostBytes)
+{
+    if (text.size() > mostBytes) {
+        std::size_t end = mostBytes;
+        while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+            --end; // not within a character
+        }
+        text.resize(end);
+        text += "...";
+    }
+    return text;
+}
+
+std::string Quote(const JsonValue& value)
+{
+    return ToText(value, Limits::quotedBytes);
+}
+
+std::string Quote(std::string_view text)
+{
+    return "\"" + Cut(std::string(text), Limits::quotedBytes) + "\"";
+}
+
+} // namespace RedfishConfig::Client

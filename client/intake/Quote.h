@@ -1,0 +1,22 @@
+#pragma once
+
+#include <RedfishConfig/Client/Json.h>
+
+#include <string>
+#include <string_view>
+
+namespace RedfishConfig::Client {
+
+/** What a JSON value is, for a finding: "an array". */
+const char* KindOf(const JsonValue& value);
+
+/** The text, cut between two characters and followed by "..." when it has more bytes. */
+std::string Cut(std::string text, std::size_t mostBytes);
+
+/** A value as its document has it, cut where it is long. */
+std::string Quote(const JsonValue& value);
+
+/** A text between quotation marks, cut where it is long. */
+std::string Quote(std::string_view text);
+
+} // namespace RedfishConfig::Client

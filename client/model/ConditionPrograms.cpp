@@ -1,0 +1,406 @@
+#include "ConditionPrograms.h"
+
+#include "../intake/ValueConversion.h"
+
+#include <algorithm>
+#include <numeric>
+#include <optional>
+#include <utility>
+
+namespace RedfishConfig::Client {
+
+namespace {
+
+// The first tests are constants: those of flags, and those that are never known.
+constexpr std::uint32_t alwaysFalse = 0;
+constexpr std::uint32_t neverKnown = 1;
+constexpr std::uint32_t alwaysTrue = 2;
+constexpr std::uint32_t firstTest = 3;
+
+constexpr Truth Negate(Truth truth)
+{
+    return static_cast<Truth>(static_cast<int>(Truth::True) - static_cast<int>(truth));
+}
+
+constexpr Truth Of(bool holds)
+{
+    return holds ? Truth::True : Truth::False;
+}
+
+bool HaveOneInCommon(const std::vector<std::uint32_t>& left, const std::vector<std::uint32_t>& right)
+{
+    for (auto one = left.begin(), other = right.begin(); one != left.end() && other != right.end();) {
+        if (*one == *other) {
+            return true;
+        }
+        ++(*one < *other ? one : other);
+    }
+    return false;
+}
+
+/** The number by which a value is ordered; texts have one when they are decimal integers. */
+std::optional<std::int64_t> NumberOf(const Value& value)
+{
+    if (const auto* number = std::get_if<std::int64_t>(&value)) {
+        return *number;
+    }
+    const auto* text = std::get_if<std::string>(&value);
+    return text != nullptr ? ReadDecimal(*text) : std::nullopt;
+}
+
+/** An order of operands, so that equal ones are neighbours. Those of passwords are never looked at. */
+bool IsBefore(const Value& left, const Value& right)
+{
+    if (left.index() != right.index()) {
+        return left.index() < right.index();
+    }
+    if (const auto* text = std::get_if<std::string>(&left)) {
+        return *text < std::get<std::string>(right);
+    }
+    if (const auto* number = std::get_if<std::int64_t>(&left)) {
+        return *number < std::get<std::int64_t>(right);
+    }
+    const bool* truth = std::get_if<bool>(&left);
+    return truth != nullptr && !*truth && std::get<bool>(right);
+}
+
+bool IsNegated(Comparison comparison)
+{
+    return comparison == Comparison::NotEqual || comparison == Comparison::Greater ||
+           comparison == Comparison::GreaterOrEqual;
+}
+
+bool Counts(const Condition& condition)
+{
+    const bool hasNoParts = condition.What == Condition::Kind::Test || condition.What == Condition::Kind::Unknown;
+    return hasNoParts || std::any_of(condition.Parts.begin(), condition.Parts.end(), Counts);
+}
+
+bool IsJoined(const Condition& condition)
+{
+    return condition.What == Condition::Kind::All || condition.What == Condition::Kind::Any;
+}
+
+} // namespace
+
+ChoiceNumbers::ChoiceNumbers(const std::vector<Choice>& choices, bool displayNamesAreValues)
+{
+    const auto byText = [](const Entry& left, const Entry& right) {
+        return std::pair(left.Text, left.Number) < std::pair(right.Text, right.Number);
+    };
+    m_Values.reserve(choices.size());
+    m_OtherNames.reserve(choices.size());
+    for (std::uint32_t number = 0; number < choices.size(); ++number) {
+        m_Values.push_back({displayNamesAreValues ? choices[number].DisplayName : choices[number].Name, number});
+        m_OtherNames.push_back({displayNamesAreValues ? choices[number].Name : choices[number].DisplayName, number});
+    }
+    std::sort(m_Values.begin(), m_Values.end(), byText);
+    std::sort(m_OtherNames.begin(), m_OtherNames.end(), byText);
+}
+
+std::vector<std::uint32_t> ChoiceNumbers::Of(std::string_view text) const
+{
+    const auto before = [](const Entry& entry, std::string_view key) { return entry.Text < key; };
+    for (const std::vector<Entry>* entries : {&m_Values, &m_OtherNames}) {
+        std::vector<std::uint32_t> numbers;
+        for (auto entry = std::lower_bound(entries->begin(), entries->end(), text, before);
+             entry != entries->end() && entry->Text == text; ++entry) {
+            numbers.push_back(entry->Number);
+        }
+        if (!numbers.empty()) {
+            return numbers;
+        }
+    }
+    return {};
+}
+
+/** Writes the programs of the rules, one behind the other. */
+class ConditionPrograms::Compiler {
+public:
+    Compiler(ConditionPrograms& programs, const std::vector<Attribute>& attributes)
+        : m_Programs(programs), m_Attributes(attributes)
+    {
+    }
+
+    void Add(const Condition& condition)
+    {
+        m_Programs.m_Begin.push_back(static_cast<std::uint32_t>(m_Programs.m_Instructions.size()));
+        m_Height = 0;
+        if (Counts(condition)) {
+            Compile(condition);
+        } else {
+            Write(Step::Push, alwaysFalse); // a rule about the controller alone
+        }
+    }
+
+    /** Brings the tests into the order of their sources, each once. */
+    void Finish()
+    {
+        std::vector<CodedTest> found = std::exchange(m_Programs.m_Tests, {});
+        std::vector<std::uint32_t> order(found.size());
+        std::iota(order.begin(), order.end(), 0U);
+        const auto isBefore = [&](std::uint32_t left, std::uint32_t right) {
+            const auto key = [&](std::uint32_t test) { return std::pair(found[test].Source, found[test].What); };
+            return key(left) != key(right) ? key(left) < key(right)
+                                           : IsBefore(*found[left].Operand, *found[right].Operand);
+        };
+        std::sort(order.begin(), order.end(), isBefore);
+        std::vector<std::uint32_t> numbers(found.size());
+        for (std::size_t place = 0; place < order.size(); ++place) {
+            if (place == 0 || isBefore(order[place - 1], order[place])) {
+                Keep(std::move(found[order[place]]));
+            }
+            numbers[order[place]] = static_cast<std::uint32_t>(firstTest + m_Programs.m_Tests.size() - 1);
+        }
+        for (Instruction& instruction : m_Programs.m_Instructions) {
+            if (instruction.Test >= firstTest) {
+                instruction.Test = numbers[instruction.Test - firstTest];
+            }
+        }
+    }
+
+private:
+    /** A test, and whether its truth is to be negated. */
+    struct Use {
+        std::uint32_t Test;
+        bool IsNegated;
+    };
+
+    void Write(Step step, std::uint32_t test = 0)
+    {
+        m_Programs.m_Instructions.push_back({step, test});
+        const bool grows = step == Step::Push || step == Step::PushNot;
+        const bool shrinks = step == Step::All || step == Step::Any;
+        m_Height += grows ? 1U : 0U;
+        m_Height -= shrinks ? 1U : 0U;
+        m_Programs.m_StackSize = std::max(m_Programs.m_StackSize, m_Height);
+    }
+
+    void Compile(const Condition& condition)
+    {
+        if (IsJoined(condition)) {
+            CompileJoined(condition);
+        } else if (condition.What == Condition::Kind::Not && condition.Parts.front().What != Condition::Kind::Test) {
+            Compile(condition.Parts.front());
+            Write(Step::Not);
+        } else {
+            const Use use = UseOf(condition);
+            Write(use.IsNegated ? Step::PushNot : Step::Push, use.Test);
+        }
+    }
+
+    /** Parts that are more than a test come first, so that a long chain needs no deep stack. */
+    void CompileJoined(const Condition& condition)
+    {
+        const bool isAll = condition.What == Condition::Kind::All;
+        bool isFirst = true;
+        for (const Condition& part : condition.Parts) {
+            if (Counts(part) && !IsOneTest(part)) {
+                Compile(part);
+                if (!isFirst) {
+                    Write(isAll ? Step::All : Step::Any);
+                }
+                isFirst = false;
+            }
+        }
+        for (const Condition& part : condition.Parts) {
+            if (!Counts(part) || !IsOneTest(part)) {
+                continue;
+            }
+            const Use use = UseOf(part);
+            if (isFirst) {
+                Write(use.IsNegated ? Step::PushNot : Step::Push, use.Test);
+            } else if (isAll) {
+                Write(use.IsNegated ? Step::AndNot : Step::And, use.Test);
+            } else {
+                Write(use.IsNegated ? Step::OrNot : Step::Or, use.Test);
+            }
+            isFirst = false;
+        }
+    }
+
+    static bool IsOneTest(const Condition& condition)
+    {
+        return !IsJoined(condition) &&
+               (condition.What != Condition::Kind::Not || condition.Parts.front().What == Condition::Kind::Test);
+    }
+
+    Use UseOf(const Condition& condition)
+    {
+        if (condition.What == Condition::Kind::Not) {
+            const Use use = UseOf(condition.Parts.front());
+            return {use.Test, !use.IsNegated};
+        }
+        if (condition.What != Condition::Kind::Test) {
+            return {neverKnown, false};
+        }
+        const Test& test = condition.Asked;
+        if (test.Source == noAttribute) {
+            return {neverKnown, false};
+        }
+        if (test.Of != Property::CurrentValue) {
+            const bool isEqual = m_Attributes[test.Source].Flags.Has(test.Of) == std::get<bool>(test.Operand);
+            return {isEqual ? alwaysTrue : alwaysFalse, test.Compare == Comparison::NotEqual};
+        }
+        if (m_Attributes[test.Source].IsPassword()) {
+            return {neverKnown, false};
+        }
+        const auto number = static_cast<std::uint32_t>(firstTest + m_Programs.m_Tests.size());
+        m_Programs.m_Tests.push_back(Code(test));
+        return {number, IsNegated(test.Compare)};
+    }
+
+    static CodedTest Code(const Test& test)
+    {
+        CodedTest coded;
+        coded.Source = test.Source;
+        coded.Operand = &test.Operand;
+        const bool isEquality = test.Compare == Comparison::Equal || test.Compare == Comparison::NotEqual;
+        if (!HasValue(test.Operand)) {
+            coded.What = CodedTest::Kind::HasNoValue;
+        } else if (!isEquality) { // a greater than b is not a less or equal b
+            const bool isStrict = test.Compare == Comparison::Less || test.Compare == Comparison::GreaterOrEqual;
+            coded.What = isStrict ? CodedTest::Kind::Less : CodedTest::Kind::LessOrEqual;
+        }
+        return coded;
+    }
+
+    /** Puts a test behind those of its source. */
+    void Keep(CodedTest test)
+    {
+        std::vector<Source>& sources = m_Programs.m_Sources;
+        const Attribute& attribute = m_Attributes[test.Source];
+        if (sources.empty() || sources.back().Attribute != test.Source) {
+            const auto first = static_cast<std::uint32_t>(m_Programs.m_Tests.size());
+            sources.push_back({test.Source, first, first, std::nullopt});
+            if (attribute.Type == AttributeType::Enumeration) {
+                sources.back().Choices.emplace(
+                    SourceChoices{ChoiceNumbers(attribute.Choices, false), ChoiceNumbers(attribute.Choices, true)});
+            }
+        }
+        const std::optional<SourceChoices>& choices = sources.back().Choices;
+        const auto* text = std::get_if<std::string>(test.Operand);
+        if (choices && text != nullptr && test.What == CodedTest::Kind::Equal) {
+            test.Choices = choices->ByName.Of(*text);
+            test.ChoicesAsShown = choices->ByDisplayName.Of(*text);
+        }
+        m_Programs.m_Tests.push_back(std::move(test));
+        ++sources.back().Last;
+    }
+
+    ConditionPrograms& m_Programs;
+    const std::vector<Attribute>& m_Attributes;
+    std::size_t m_Height = 0; // of the stack
+};
+
+ConditionPrograms::ConditionPrograms(const std::vector<Attribute>& attributes, const std::vector<Rule>& rules)
+{
+    Compiler compiler(*this, attributes);
+    for (const Rule& rule : rules) {
+        compiler.Add(rule.When);
+    }
+    compiler.Finish();
+    m_Begin.push_back(static_cast<std::uint32_t>(m_Instructions.size()));
+}
+
+std::vector<Truth> ConditionPrograms::EvaluateTests(const SystemValues& now) const
+{
+    std::vector<Truth> truths{Truth::False, Truth::Unknown, Truth::True};
+    truths.reserve(firstTest + m_Tests.size());
+    std::vector<std::uint32_t> heldChoices; // that the value of the source names
+    for (const Source& source : m_Sources) {
+        const Value& held = now.ValueOf(source.Attribute);
+        const bool displayNamesAreValues = now.UsesDisplayNames(source.Attribute);
+        const auto* text = std::get_if<std::string>(&held);
+        heldChoices.clear();
+        if (source.Choices && text != nullptr) {
+            heldChoices = (displayNamesAreValues ? source.Choices->ByDisplayName : source.Choices->ByName).Of(*text);
+        }
+        for (std::uint32_t test = source.First; test != source.Last; ++test) {
+            truths.push_back(Compare(m_Tests[test], held, heldChoices, displayNamesAreValues));
+        }
+    }
+    return truths;
+}
+
+Truth ConditionPrograms::Compare(const CodedTest& test, const Value& held,
+                                 const std::vector<std::uint32_t>& heldChoices, bool displayNamesAreValues)
+{
+    if (test.What == CodedTest::Kind::HasNoValue) {
+        return Of(!HasValue(held));
+    }
+    if (!HasValue(held)) {
+        return Truth::Unknown;
+    }
+    if (test.What == CodedTest::Kind::Equal) {
+        const std::vector<std::uint32_t>& choices = displayNamesAreValues ? test.ChoicesAsShown : test.Choices;
+        const bool areChoices = !choices.empty() && !heldChoices.empty();
+        return Of(areChoices ? HaveOneInCommon(heldChoices, choices) : held == *test.Operand);
+    }
+    const auto number = NumberOf(held);
+    const auto limit = NumberOf(*test.Operand);
+    if (!number || !limit) {
+        return Truth::Unknown; // texts have no order
+    }
+    return Of(test.What == CodedTest::Kind::Less ? *number < *limit : *number <= *limit);
+}
+
+void ConditionPrograms::EvaluateRules(const std::vector<Truth>& tests, std::vector<Truth>& rules) const
+{
+    std::vector<Truth> stack(m_StackSize);
+    const Instruction* instruction = m_Instructions.data();
+    for (std::size_t rule = 0; rule < rules.size(); ++rule) {
+        Truth* next = stack.data(); // behind the top
+        const Instruction* const end = m_Instructions.data() + m_Begin[rule + 1];
+        for (; instruction != end; ++instruction) {
+            const Truth test = tests[instruction->Test];
+            switch (instruction->What) {
+            case Step::Push:
+                *next++ = test;
+                break;
+            case Step::PushNot:
+                *next++ = Negate(test);
+                break;
+            case Step::And:
+                next[-1] = std::min(next[-1], test);
+                break;
+            case Step::AndNot:
+                next[-1] = std::min(next[-1], Negate(test));
+                break;
+            case Step::Or:
+                next[-1] = std::max(next[-1], test);
+                break;
+            case Step::OrNot:
+                next[-1] = std::max(next[-1], Negate(test));
+                break;
+            case Step::All:
+                --next;
+                next[-1] = std::min(next[-1], next[0]);
+                break;
+            case Step::Any:
+                --next;
+                next[-1] = std::max(next[-1], next[0]);
+                break;
+            case Step::Not:
+                next[-1] = Negate(next[-1]);
+                break;
+            }
+        }
+        rules[rule] = stack.front();
+    }
+}
+
+Truth Evaluate(const Test& test, const SystemValues& now)
+{
+    Condition condition;
+    condition.What = Condition::Kind::Test;
+    condition.Asked = test;
+    std::vector<Rule> rules(1);
+    rules.front().When = std::move(condition);
+    const ConditionPrograms program(now.Of().Attributes(), rules);
+    std::vector<Truth> truth(1);
+    program.EvaluateRules(program.EvaluateTests(now), truth);
+    return truth.front();
+}
+
+} // namespace RedfishConfig::Client

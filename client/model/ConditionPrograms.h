@@ -1,0 +1,104 @@
+#pragma once
+
+#include <RedfishConfig/Client/Attribute.h>
+#include <RedfishConfig/Client/Evaluate.h>
+#include <RedfishConfig/Client/Rule.h>
+#include <RedfishConfig/Client/SystemValues.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace RedfishConfig::Client {
+
+/**
+ * The names of an enumeration's choices as numbers. Two texts name the same choice when they have a number in common.
+ * A text that is a value name stands for that; else, as a display name, for the value names of its choices. Where
+ * display names are the values it is the other way round.
+ */
+class ChoiceNumbers {
+public:
+    ChoiceNumbers(const std::vector<Choice>& choices, bool displayNamesAreValues);
+
+    /** Ascending; empty for a text that names no choice. */
+    std::vector<std::uint32_t> Of(std::string_view text) const;
+
+private:
+    struct Entry {
+        std::string_view Text;
+        std::uint32_t Number;
+    };
+    std::vector<Entry> m_Values, m_OtherNames; // in the order of their texts
+};
+
+/**
+ * The conditions of all rules as short programs over the tests in them: the truth of each test is found once for a
+ * system, and a rule is then some minima and maxima.
+ */
+class ConditionPrograms {
+public:
+    ConditionPrograms(const std::vector<Attribute>& attributes, const std::vector<Rule>& rules);
+
+    /** The truth of all tests for the values of a system. */
+    std::vector<Truth> EvaluateTests(const SystemValues& now) const;
+
+    /** The truth of all rules, from that of the tests. */
+    void EvaluateRules(const std::vector<Truth>& tests, std::vector<Truth>& rules) const;
+
+private:
+    /** A test of a value. The contrary of a comparison is the negation of one of these. */
+    struct CodedTest {
+        enum class Kind : std::uint8_t { HasNoValue, Equal, Less, LessOrEqual };
+
+        Kind What = Kind::Equal;
+        std::size_t Source = 0;
+        const Value* Operand = nullptr;            // owned by the rule
+        std::vector<std::uint32_t> Choices;        // of an enumeration: those that the operand names
+        std::vector<std::uint32_t> ChoicesAsShown; // the same where display names are the values
+    };
+
+    /** The choices of a source under both kinds of names. */
+    struct SourceChoices {
+        ChoiceNumbers ByName, ByDisplayName;
+    };
+
+    /** The tests of one source, neighbours in m_Tests. */
+    struct Source {
+        std::size_t Attribute;
+        std::uint32_t First, Last;
+        std::optional<SourceChoices> Choices; ///< of an enumeration
+    };
+
+    enum class Step : std::uint8_t {
+        Push, ///< of a test
+        PushNot,
+        And, ///< the top and a test
+        AndNot,
+        Or,
+        OrNot,
+        All, ///< the two on top
+        Any,
+        Not, ///< the top
+    };
+    struct Instruction {
+        Step What;
+        std::uint32_t Test;
+    };
+
+    class Compiler;
+    static Truth Compare(const CodedTest& test, const Value& held, const std::vector<std::uint32_t>& heldChoices,
+                         bool displayNamesAreValues);
+
+    std::vector<CodedTest> m_Tests; // each once, by source; behind the constants, row N has the number N + firstTest
+    std::vector<Source> m_Sources;
+    std::vector<Instruction> m_Instructions;
+    std::vector<std::uint32_t> m_Begin; // of each rule's instructions
+    std::size_t m_StackSize = 1;
+};
+
+/** The truth of one test. */
+Truth Evaluate(const Test& test, const SystemValues& now);
+
+} // namespace RedfishConfig::Client

@@ -1,0 +1,211 @@
+#include <RedfishConfig/Client/Model.h>
+
+#include "../Limits.h"
+#include "../intake/Findings.h"
+#include "../intake/JsonPointer.h"
+#include "../intake/Quote.h"
+#include "AttributeReader.h"
+#include "ConditionPrograms.h"
+#include "MenuPaths.h"
+#include "NameTable.h"
+#include "RuleReader.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace RedfishConfig::Client {
+
+namespace {
+
+/** A member that is an array, or Missing; reports one that is something else. */
+JsonValue ArrayMember(const RegistryDocument& document, const char* key, bool isRequired, Findings& findings)
+{
+    const JsonValue member = document.Entries.Member(key);
+    if (member.IsArray()) {
+        return member;
+    }
+    const bool isAbsent = !member.Exists() || member.IsNull();
+    if (isRequired || !isAbsent) {
+        findings.Add(Severity::Error, FindingKind::WrongKind, Member(document.Pointer, key),
+                     std::string("\"") + key + "\" is " + (isAbsent ? "missing" : KindOf(member)),
+                     isRequired ? "there are no settings" : "there are none");
+    }
+    return {};
+}
+
+/** The distinct attributes that a condition reads the values of. */
+void CollectSources(const Condition& condition, std::vector<std::size_t>& sources)
+{
+    if (condition.Asked.Source != noAttribute && condition.Asked.Of == Property::CurrentValue) {
+        sources.push_back(condition.Asked.Source);
+    }
+    for (const Condition& part : condition.Parts) {
+        CollectSources(part, sources);
+    }
+}
+
+/** Pairs of a key and an item, in the order in which they are added to a key. */
+using Pairs = std::vector<std::pair<std::size_t, std::size_t>>;
+
+} // namespace
+
+Model::Model() = default;
+Model::~Model() = default;
+
+/** Fills a model. */
+class ModelReader {
+public:
+    static std::shared_ptr<const Model> Read(const RegistryDocument& document)
+    {
+        const std::shared_ptr<Model> model(new Model);
+        model->m_Document = {document.Json, document.Registry, document.Entries, document.Pointer, {}};
+        Client::Findings findings(model->m_Findings);
+        if (document.Usable()) {
+            model->m_Id = document.Registry.Member("Id").Text();
+            model->m_Language = document.Registry.Member("Language").Text();
+            model->m_RegistryVersion = document.Registry.Member("RegistryVersion").Text();
+            model->m_Attributes = ReadAttributes(ArrayMember(document, "Attributes", true, findings),
+                                                 Member(document.Pointer, "Attributes"), findings);
+            model->m_Menus = ReadMenus(ArrayMember(document, "Menus", false, findings));
+        }
+        auto names = std::make_unique<NameTable>(model->m_Attributes);
+        if (document.Usable()) {
+            ReadRules rules = ReadDependencies(ArrayMember(document, "Dependencies", false, findings),
+                                               Member(document.Pointer, "Dependencies"), model->m_Attributes, *names,
+                                               model->m_Menus, findings);
+            model->m_Rules = std::move(rules.Rules);
+            model->m_Forms = std::move(rules.Forms);
+        }
+        model->m_Names = std::move(names);
+        model->BuildIndices(findings);
+        model->m_Programs = std::make_unique<ConditionPrograms>(model->m_Attributes, model->m_Rules);
+        return model;
+    }
+};
+
+std::shared_ptr<const Model> Model::Read(const RegistryDocument& document)
+{
+    return ModelReader::Read(document);
+}
+
+void Model::BuildIndices(Client::Findings& findings)
+{
+    const MenuPaths paths(m_Menus);
+    Pairs menus;
+    std::vector<std::vector<std::size_t>> below(m_Menus.size()); // the attributes in each menu
+    std::optional<std::string_view> path;                        // of the attribute before, as many share one
+    std::vector<std::size_t> along;
+    for (std::size_t attribute = 0; attribute < m_Attributes.size() && !m_Menus.empty(); ++attribute) {
+        const std::optional<std::string>& own = m_Attributes[attribute].MenuPath;
+        if (own && path != *own) {
+            path = *own;
+            along = paths.Along(*own);
+        }
+        const bool isTooMany = own && menus.size() + along.size() > Limits::menuRuleTargets;
+        for (const std::size_t menu : own && !isTooMany ? along : std::vector<std::size_t>()) {
+            menus.emplace_back(attribute, menu);
+            below[menu].push_back(attribute);
+        }
+        if (isTooMany) {
+            findings.About(m_Attributes[attribute].Name);
+            findings.Add(Severity::Error, FindingKind::TooLarge, PointerToAttribute(attribute),
+                         "settings are in more menus than can be kept", "those of this one do not count");
+        }
+    }
+    Pairs deciding, reading;
+    std::vector<std::size_t> sources, targets;
+    for (std::size_t rule = 0; rule < m_Rules.size(); ++rule) {
+        targets.clear();
+        if (m_Rules[rule].Target != noAttribute) {
+            targets.push_back(m_Rules[rule].Target);
+        }
+        std::size_t belowMenus = 0;
+        for (const std::size_t menu : m_Rules[rule].TargetMenus) {
+            belowMenus += below[menu].size();
+        }
+        if (belowMenus > 0 && deciding.size() + belowMenus > Limits::menuRuleTargets) {
+            findings.About(m_Rules[rule].TargetName, m_Rules[rule].Position);
+            findings.Add(Severity::Error, FindingKind::TooLarge, PointerToRule(rule),
+                         "rules on menus decide more settings than can be kept", "the rule does not count");
+            belowMenus = 0;
+        }
+        for (const std::size_t menu : belowMenus > 0 ? m_Rules[rule].TargetMenus : std::vector<std::size_t>()) {
+            targets.insert(targets.end(), below[menu].begin(), below[menu].end());
+        }
+        std::sort(targets.begin(), targets.end()); // a setting may be in two menus of one name
+        targets.erase(std::unique(targets.begin(), targets.end()), targets.end());
+        for (const std::size_t target : targets) {
+            deciding.emplace_back(target * propertyCount + static_cast<std::size_t>(m_Rules[rule].Decides), rule);
+        }
+        sources.clear();
+        CollectSources(m_Rules[rule].When, sources);
+        std::sort(sources.begin(), sources.end());
+        sources.erase(std::unique(sources.begin(), sources.end()), sources.end());
+        for (const std::size_t source : sources) {
+            reading.emplace_back(source, rule);
+        }
+    }
+    m_RulesFor = Lists(m_Attributes.size() * propertyCount, deciding);
+    m_RulesReading = Lists(m_Attributes.size(), reading);
+    m_MenusOf = Lists(m_Attributes.size(), menus);
+}
+
+Model::Lists::Lists(std::size_t keys, const Pairs& pairs) : Begin(keys + 1, 0), Items(pairs.size())
+{
+    for (const auto& [key, item] : pairs) {
+        ++Begin[key + 1];
+    }
+    for (std::size_t key = 0; key < keys; ++key) {
+        Begin[key + 1] += Begin[key];
+    }
+    std::vector<std::size_t> next(Begin.begin(), Begin.end() - 1);
+    for (const auto& [key, item] : pairs) {
+        Items[next[key]++] = item;
+    }
+}
+
+IndexRange Model::Lists::Of(std::size_t key) const
+{
+    return {Items.data() + Begin[key], Items.data() + Begin[key + 1]};
+}
+
+std::optional<std::size_t> Model::Find(std::string_view name) const
+{
+    return m_Names->Find(name);
+}
+
+IndexRange Model::RulesFor(std::size_t attribute, Property property) const
+{
+    return m_RulesFor.Of(attribute * propertyCount + static_cast<std::size_t>(property));
+}
+
+IndexRange Model::RulesReading(std::size_t attribute) const
+{
+    return m_RulesReading.Of(attribute);
+}
+
+IndexRange Model::MenusOf(std::size_t attribute) const
+{
+    return m_MenusOf.Of(attribute);
+}
+
+FlagSet Model::FlagsOf(std::size_t attribute) const
+{
+    FlagSet flags = m_Attributes[attribute].Flags;
+    for (const std::size_t menu : MenusOf(attribute)) {
+        flags = flags | m_Menus[menu].Flags;
+    }
+    return flags;
+}
+
+std::string Model::PointerToAttribute(std::size_t attribute) const
+{
+    return Element(Member(m_Document.Pointer, "Attributes"), m_Attributes[attribute].Position);
+}
+
+std::string Model::PointerToRule(std::size_t rule) const
+{
+    return Element(Member(m_Document.Pointer, "Dependencies"), m_Rules[rule].Position);
+}
+
+} // namespace RedfishConfig::Client

@@ -1,0 +1,105 @@
+#include <RedfishConfig/Client/Rule.h>
+
+#include "../intake/Quote.h"
+
+#include <algorithm>
+
+namespace RedfishConfig::Client {
+
+namespace {
+
+constexpr std::string_view comparisonNames[] = {"EQU", "NEQ", "GTR", "GEQ", "LSS", "LEQ"};
+constexpr std::string_view comparisonSigns[] = {"==", "!=", ">", ">=", "<", "<="};
+
+constexpr std::string_view formWords[] = {
+    "single-term", "joiner-on-earlier", "joiner-on-later", "stack-order", "no-joiner", "nested", "none"};
+
+/** A text is quoted where its end, or what it is, would not be clear. */
+std::string OperandText(const Value& operand)
+{
+    const auto* text = std::get_if<std::string>(&operand);
+    if (text == nullptr) {
+        return ToText(operand);
+    }
+    const bool isWord = !text->empty() && text->find_first_of(" \t\r\n\"()=!<>&|") == std::string::npos;
+    return isWord ? Cut(*text, 100) : ToQuotedText(operand);
+}
+
+std::string TestText(const Test& test)
+{
+    if (test.Of == Property::CurrentValue && !HasValue(test.Operand)) {
+        return test.Name + (test.Compare == Comparison::Equal ? " has no value" : " has a value");
+    }
+    std::string text = test.Name;
+    if (test.Of != Property::CurrentValue) {
+        text.append(".").append(Name(test.Of));
+    }
+    return text.append(" ").append(Sign(test.Compare)).append(" ") + OperandText(test.Operand);
+}
+
+std::string JoinedText(const Condition& condition, const char* word)
+{
+    std::string text;
+    for (const Condition& part : condition.Parts) {
+        const bool isJoined = part.What == Condition::Kind::All || part.What == Condition::Kind::Any;
+        text.append(text.empty() ? "" : word);
+        text += isJoined ? "(" + ToText(part) + ")" : ToText(part);
+    }
+    return text;
+}
+
+std::string OutcomeText(const Outcome& outcome)
+{
+    if (const auto* value = std::get_if<Value>(&outcome)) {
+        return OperandText(*value);
+    }
+    std::string text;
+    for (const std::string& name : std::get<std::vector<std::string>>(outcome)) {
+        text += (text.empty() ? "" : ", ") + OperandText(name);
+    }
+    return "one of " + (text.empty() ? "none" : text);
+}
+
+} // namespace
+
+std::string_view Name(Comparison comparison)
+{
+    return comparisonNames[static_cast<std::size_t>(comparison)];
+}
+
+std::string_view Sign(Comparison comparison)
+{
+    return comparisonSigns[static_cast<std::size_t>(comparison)];
+}
+
+std::string_view Word(RuleForm form)
+{
+    return formWords[static_cast<std::size_t>(form)];
+}
+
+std::string ToText(const Condition& condition)
+{
+    switch (condition.What) {
+    case Condition::Kind::All:
+        return JoinedText(condition, " and ");
+    case Condition::Kind::Any:
+        return JoinedText(condition, " or ");
+    case Condition::Kind::Not:
+        return "not (" + ToText(condition.Parts.front()) + ")";
+    case Condition::Kind::Test:
+        return TestText(condition.Asked);
+    case Condition::Kind::Ignored:
+        return "(about the controller)";
+    case Condition::Kind::Unknown:
+        break;
+    }
+    return "unknown (" + condition.Cause + ")";
+}
+
+std::string ToText(const Rule& rule)
+{
+    return std::to_string(rule.Position) + ": " + rule.TargetName + "." + std::string(Name(rule.Decides)) + " = " +
+           OutcomeText(rule.Outcome) + " when " + ToText(rule.When);
+}
+
+} // namespace RedfishConfig::Client

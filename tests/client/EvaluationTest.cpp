@@ -1,0 +1,671 @@
+#include "ClientTest.h"
+
+#include "support/RegistryBuilder.h"
+
+#include <cstdint>
+
+// What published rules mean, a table for each question: the condition, the values, and what comes of it.
+
+namespace {
+
+using namespace ClientTest;
+using RegistryTest::RegistryBuilder;
+using RegistryTest::Term;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/** A registry with a source of each type, targets, and what a test adds. */
+class RuleMeaning : public testing::Test {
+protected:
+    RuleMeaning()
+    {
+        m_Registry.Attribute(
+            "Mode", "Enumeration",
+            {{"Value",
+              {RegistryBuilder::Choice("Uefi", "UEFI boot"), RegistryBuilder::Choice("Legacy", "Legacy boot"),
+               RegistryBuilder::Choice("High (HPC)", "Computing")}}});
+        m_Registry.Attribute("Speed", "Enumeration",
+                             {{"Value",
+                               {RegistryBuilder::Choice("800", "800"), RegistryBuilder::Choice("1600", "1600"),
+                                RegistryBuilder::Choice("Auto", "Auto")}}});
+        m_Registry.Attribute("Level", "Integer", {{"LowerBound", 0}, {"UpperBound", 100}});
+        m_Registry.Attribute("Switch", "Boolean");
+        m_Registry.Attribute("Text", "String");
+        m_Registry.Attribute("Secret", "Password");
+        m_Registry.Attribute("Marked", "Boolean", {{"ReadOnly", true}, {"Hidden", false}});
+        m_Registry.Attribute("Target", "Boolean");
+    }
+
+    SystemValues Read(const SettingValueMap& values)
+    {
+        ValuesDocument document;
+        document.Values = values;
+        return {Model::Read(ReadRegistryDocument(m_Registry.Text())), document};
+    }
+
+    static Verdict VerdictOf(const Evaluation& evaluation, const char* setting, Property flag)
+    {
+        return evaluation.Of(evaluation.Of().Find(setting).value(), flag);
+    }
+
+    /** The truth of a rule with these terms under the values. */
+    Truth TruthOf(const std::vector<Term>& terms, const SettingValueMap& values)
+    {
+        RegistryBuilder kept = m_Registry;
+        m_Registry.Rule("Target", "ReadOnly", true, terms);
+        const SystemValues now = Read(values);
+        m_Registry = std::move(kept);
+        return Evaluation(now).Of(now.Of().Rules().size() - 1);
+    }
+
+    RegistryBuilder m_Registry;
+};
+
+SettingValueMap Values(const char* name, SettingValue value)
+{
+    return {{name, std::move(value)}};
+}
+
+const std::int64_t fifteen = 15;
+
+TEST_F(RuleMeaning, ValuesAreComparedByTheirType)
+{
+    const struct {
+        Term term;
+        SettingValueMap values;
+        Truth truth;
+    } rows[] = {
+        {{"Mode", "EQU", "Uefi"}, Values("Mode", std::string("Uefi")), Truth::True},
+        {{"Mode", "EQU", "Uefi"}, Values("Mode", std::string("Legacy")), Truth::False},
+        {{"Mode", "EQU", "UEFI boot"}, Values("Mode", std::string("Uefi")), Truth::True},
+        {{"Mode", "EQU", "Uefi"}, Values("Mode", std::string("UEFI boot")), Truth::True},
+        {{"Mode", "EQU", "High (HPC)"}, Values("Mode", std::string("High (HPC)")), Truth::True},
+        {{"Mode", "NEQ", "High (HPC)"}, Values("Mode", std::string("Computing")), Truth::False},
+        {{"Mode", "EQU", "uefi"}, Values("Mode", std::string("Uefi")), Truth::False},
+        {{"Mode", "NEQ", "none of them"}, Values("Mode", std::string("Uefi")), Truth::True},
+        {{"Level", "EQU", 5}, Values("Level", std::int64_t{5}), Truth::True},
+        {{"Level", "EQU", "5"}, Values("Level", std::int64_t{5}), Truth::True},
+        {{"Level", "EQU", 5}, Values("Level", std::string("5")), Truth::True},
+        {{"Level", "EQU", "five"}, Values("Level", std::int64_t{5}), Truth::False},
+        {{"Switch", "EQU", "true"}, Values("Switch", true), Truth::True},
+        {{"Switch", "NEQ", true}, Values("Switch", true), Truth::False},
+        {{"Text", "EQU", ""}, Values("Text", std::string()), Truth::True},
+        {{"Text", "EQU", "a==b && (c)"}, Values("Text", std::string("a==b && (c)")), Truth::True},
+        {{"Text", "EQU", "Mode.CurrentValue"}, Values("Text", std::string("x")), Truth::False},
+        {{"Text", "EQU", 5}, Values("Text", std::string("5")), Truth::True},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(TruthOf({row.term}, row.values), row.truth)
+            << row.term.Attribute << " " << row.term.Condition << " " << json::serialize(row.term.Value);
+    }
+}
+
+TEST_F(RuleMeaning, NumbersHaveAnOrderAndTextsThatAreNumbersToo)
+{
+    const struct {
+        Term term;
+        SettingValueMap values;
+        Truth truth;
+    } rows[] = {
+        {{"Level", "GTR", 9}, Values("Level", fifteen), Truth::True}, // as texts it would be less
+        {{"Level", "GTR", 15}, Values("Level", fifteen), Truth::False},
+        {{"Level", "GEQ", 15}, Values("Level", fifteen), Truth::True},
+        {{"Level", "LSS", 100}, Values("Level", fifteen), Truth::True},
+        {{"Level", "LSS", 15}, Values("Level", fifteen), Truth::False},
+        {{"Level", "LEQ", -1}, Values("Level", std::int64_t{-2}), Truth::True},
+        {{"Level", "GTR", "9"}, Values("Level", fifteen), Truth::True},
+        {{"Speed", "GTR", "900"}, Values("Speed", std::string("1600")), Truth::True},
+        {{"Speed", "GTR", "900"}, Values("Speed", std::string("800")), Truth::False},
+        {{"Speed", "GTR", "900"}, Values("Speed", std::string("Auto")), Truth::Unknown},
+        {{"Text", "LEQ", "10"}, Values("Text", std::string("9")), Truth::True},
+        {{"Text", "LSS", "b"}, Values("Text", std::string("a")), Truth::Unknown},
+        {{"Switch", "GTR", false}, Values("Switch", true), Truth::Unknown},
+        {{"Level", "GTR", nullptr}, Values("Level", fifteen), Truth::Unknown},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(TruthOf({row.term}, row.values), row.truth)
+            << row.term.Attribute << " " << row.term.Condition << " " << json::serialize(row.term.Value);
+    }
+    m_Registry.Rule("Target", "Hidden", true, {Term{"Text", "LSS", "b"}});
+    EXPECT_THAT(Lines(Read({}).Of().Findings()), ElementsAre("warning order-of-texts /RegistryEntries/Dependencies/0"));
+}
+
+TEST_F(RuleMeaning, FlagsAreComparedWithBooleans)
+{
+    const struct {
+        Term term;
+        Truth truth;
+    } rows[] = {
+        {{"Marked", "EQU", true, "", "ReadOnly"}, Truth::True},
+        {{"Marked", "EQU", "true", "", "ReadOnly"}, Truth::True},
+        {{"Marked", "NEQ", true, "", "ReadOnly"}, Truth::False},
+        {{"Marked", "EQU", true, "", "Hidden"}, Truth::False},
+        {{"Marked", "EQU", false, "", "GrayOut"}, Truth::True}, // not published
+        {{"Marked", "GTR", false, "", "ReadOnly"}, Truth::Unknown},
+        {{"Marked", "EQU", "maybe", "", "ReadOnly"}, Truth::Unknown},
+        {{"Marked", "EQU", 5, "", "LowerBound"}, Truth::Unknown},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(TruthOf({row.term}, {}), row.truth)
+            << row.term.Condition << " " << json::serialize(row.term.Value) << " " << row.term.Property;
+    }
+}
+
+TEST_F(RuleMeaning, ConditionsOnBitsAndUnknownOnesAreNeverKnown)
+{
+    for (const char* condition : {"BITAND", "BITOR", "LIKE", ""}) {
+        EXPECT_EQ(TruthOf({Term{"Level", condition, 1}}, Values("Level", std::int64_t{1})), Truth::Unknown)
+            << condition;
+    }
+    m_Registry.Rule("Target", "Hidden", true, {Term{"Level", "BITAND", 1}});
+    EXPECT_THAT(Lines(Read({}).Of().Findings()),
+                ElementsAre("error unsupported-condition /RegistryEntries/Dependencies/0"));
+}
+
+TEST_F(RuleMeaning, WhatIsNotKnownIsUnknown)
+{
+    const struct {
+        Term term;
+        SettingValueMap values;
+        Truth truth;
+    } rows[] = {
+        {{"Mode", "EQU", "Uefi"}, {}, Truth::Unknown}, // not reported
+        {{"Mode", "NEQ", "Uefi"}, {}, Truth::Unknown},
+        {{"Mode", "EQU", "Uefi"}, Values("Mode", std::nullopt), Truth::Unknown},
+        {{"Level", "GTR", 5}, {}, Truth::Unknown},
+        {{"Mode", "EQU", nullptr}, {}, Truth::True},
+        {{"Mode", "NEQ", nullptr}, {}, Truth::False},
+        {{"Mode", "EQU", nullptr}, Values("Mode", std::nullopt), Truth::True},
+        {{"Mode", "EQU", nullptr}, Values("Mode", std::string("Uefi")), Truth::False},
+        {{"Mode", "NEQ", nullptr}, Values("Mode", std::string("Uefi")), Truth::True},
+        {{"Secret", "EQU", ""}, Values("Secret", std::string()), Truth::Unknown},
+        {{"Secret", "NEQ", "hunter2"}, Values("Secret", std::string("hunter2")), Truth::Unknown},
+        {{"Secret", "EQU", nullptr}, {}, Truth::Unknown},
+        {{"Gone", "EQU", "x"}, Values("Gone", std::string("x")), Truth::Unknown}, // no attribute of that name
+        {{"Gone", "EQU", nullptr}, {}, Truth::Unknown},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(TruthOf({row.term}, row.values), row.truth)
+            << row.term.Attribute << " " << row.term.Condition << " " << json::serialize(row.term.Value);
+    }
+}
+
+TEST_F(RuleMeaning, TheRegistrysOwnValueStandsInForOneThatIsNotNamed)
+{
+    m_Registry.Attribute("Own", "Integer", {{"CurrentValue", 7}});
+    EXPECT_EQ(TruthOf({Term{"Own", "EQU", 7}}, {}), Truth::True);
+    EXPECT_EQ(TruthOf({Term{"Own", "EQU", 7}}, Values("Own", std::int64_t{8})), Truth::False);
+    EXPECT_EQ(TruthOf({Term{"Own", "EQU", 7}}, Values("Own", std::nullopt)), Truth::Unknown);
+    const SystemValues now = Read({});
+    const std::size_t own = now.Of().Find("Own").value();
+    EXPECT_EQ(now.OriginOf(own), ValueOrigin::Registry);
+    EXPECT_FALSE(now.IsPresent(own));
+}
+
+TEST_F(RuleMeaning, ConditionsAreThreeValued)
+{
+    const Term yes{"Switch", "EQU", true};
+    const Term no{"Switch", "EQU", false};
+    const Term unknown{"Gone", "EQU", "x"};
+    const auto joined = [](Term left, const char* joiner, Term right) {
+        right.MapTerms = joiner;
+        return std::vector<Term>{std::move(left), std::move(right)};
+    };
+    const struct {
+        Term left, right;
+        Truth both, either;
+    } rows[] = {
+        {yes, yes, Truth::True, Truth::True},        {yes, no, Truth::False, Truth::True},
+        {no, no, Truth::False, Truth::False},        {yes, unknown, Truth::Unknown, Truth::True},
+        {no, unknown, Truth::False, Truth::Unknown}, {unknown, unknown, Truth::Unknown, Truth::Unknown},
+    };
+    const SettingValueMap values = Values("Switch", true);
+    for (const auto& row : rows) {
+        EXPECT_EQ(TruthOf(joined(row.left, "AND", row.right), values), row.both);
+        EXPECT_EQ(TruthOf(joined(row.left, "OR", row.right), values), row.either);
+        EXPECT_EQ(TruthOf(joined(row.right, "AND", row.left), values), row.both);
+        EXPECT_EQ(TruthOf(joined(row.right, "OR", row.left), values), row.either);
+    }
+    Term notUnknown = unknown;
+    notUnknown.MapTerms = "NOT";
+    EXPECT_EQ(TruthOf({notUnknown}, values), Truth::Unknown);
+    Term notYes = yes;
+    notYes.MapTerms = "NOT";
+    EXPECT_EQ(TruthOf({notYes}, values), Truth::False);
+}
+
+TEST_F(RuleMeaning, TermsOnTheControllerDoNotCount)
+{
+    const SettingValueMap values = Values("Switch", true);
+    const Term controller{"SYSACS", "EQU", "x", "AND"};
+    EXPECT_EQ(TruthOf({Term{"Switch", "EQU", true}, controller}, values), Truth::True);
+    EXPECT_EQ(TruthOf({Term{"Switch", "EQU", false}, controller}, values), Truth::False);
+    EXPECT_EQ(TruthOf({Term{"SYSACS", "EQU", "x"}}, values), Truth::False); // the rule does not count
+}
+
+TEST_F(RuleMeaning, ARangeIsTwoTests)
+{
+    const std::vector<Term> range{Term{"Level", "GEQ", 10}, Term{"Level", "LEQ", 20, "AND"}};
+    for (const std::int64_t level : {0, 9, 10, 15, 20, 21, 100}) {
+        EXPECT_EQ(TruthOf(range, Values("Level", level)) == Truth::True, level >= 10 && level <= 20) << level;
+    }
+}
+
+/** "true", "false", with "?" when it is not certain and "!" when the registry's own flag decides. */
+std::string Word(const Verdict& verdict)
+{
+    return std::string(verdict.Value ? "true" : "false") + (verdict.Certain ? "" : "?") + (verdict.Marked ? "!" : "");
+}
+
+TEST_F(RuleMeaning, OfSeveralRulesTheFirstTrueOneDecides)
+{
+    struct Outcome {
+        bool value;
+        Truth truth;
+    };
+    const struct {
+        std::vector<Outcome> rules;
+        bool flag;
+        const char* verdict;
+        std::vector<std::size_t> deciding;
+    } rows[] = {
+        {{}, false, "false", {}},
+        {{}, true, "true!", {}},
+        {{{true, Truth::True}}, false, "true", {0}},
+        {{{true, Truth::False}}, false, "false", {}},
+        {{{true, Truth::False}, {true, Truth::True}}, false, "true", {1}},
+        {{{true, Truth::True}, {true, Truth::True}}, false, "true", {0, 1}},
+        {{{false, Truth::True}, {true, Truth::True}}, false, "false", {0}},
+        {{{true, Truth::True}, {false, Truth::True}}, false, "true", {0}},
+        {{{true, Truth::Unknown}}, false, "false?", {0}},
+        {{{true, Truth::Unknown}, {true, Truth::True}}, false, "true", {1}},
+        {{{false, Truth::Unknown}, {true, Truth::True}}, false, "true?", {1}}, // the first, if it is true
+        {{{true, Truth::True}, {false, Truth::Unknown}}, false, "true", {0}},
+        {{{true, Truth::False}, {true, Truth::Unknown}}, false, "false?", {1}},
+        {{{false, Truth::True}}, true, "false", {0}},
+        {{{false, Truth::False}}, true, "true!", {}},
+        {{{false, Truth::Unknown}}, true, "true?", {0}},
+    };
+    for (const auto& row : rows) {
+        RegistryBuilder kept = m_Registry;
+        m_Registry.Attribute("Ruled", "Boolean", {{"GrayOut", row.flag}});
+        for (const Outcome& rule : row.rules) {
+            const Term term = rule.truth == Truth::Unknown ? Term{"Gone", "EQU", "x"}
+                                                           : Term{"Switch", "EQU", rule.truth == Truth::True};
+            m_Registry.Rule("Ruled", "GrayOut", rule.value, {term});
+        }
+        const SystemValues now = Read(Values("Switch", true));
+        const Evaluation evaluation(now);
+        const std::size_t ruled = now.Of().Find("Ruled").value();
+        EXPECT_EQ(Word(evaluation.Of(ruled, Property::GrayOut)), row.verdict);
+        EXPECT_EQ(evaluation.DecidingRules(ruled, Property::GrayOut), row.deciding);
+        m_Registry = std::move(kept);
+    }
+}
+
+TEST_F(RuleMeaning, TrueFlagsAreSnapshotsOrMarks)
+{
+    m_Registry.Rule("Marked", "ReadOnly", true, {Term{"Mode", "EQU", "Uefi"}});
+    const SettingValueMap uefi = Values("Mode", std::string("Uefi"));
+    const SettingValueMap legacy = Values("Mode", std::string("Legacy"));
+    const struct {
+        SettingValueMap then, now;
+        FlagOrigin origin;
+        const char* verdict;
+    } rows[] = {
+        {uefi, uefi, FlagOrigin::Explained, "true"},
+        {uefi, legacy, FlagOrigin::Explained, "false"}, // the rules alone decide
+        {uefi, {}, FlagOrigin::Explained, "true?"},
+        {legacy, legacy, FlagOrigin::Marked, "true!"}, // no rule explains it
+        {legacy, uefi, FlagOrigin::Marked, "true"},
+        {legacy, {}, FlagOrigin::Marked, "true?"},
+        {{}, legacy, FlagOrigin::Unexplained, "true?"},
+        {{}, uefi, FlagOrigin::Unexplained, "true"},
+        {{}, {}, FlagOrigin::Unexplained, "true?"},
+    };
+    for (const auto& row : rows) {
+        const SystemValues then = Read(row.then);
+        ValuesDocument document;
+        document.Values = row.now;
+        const SystemValues now(then.SharedModel(), document);
+        const Evaluation both(now, then);
+        const Evaluation other = Evaluation(then).ForValues(now);
+        const std::size_t marked = now.Of().Find("Marked").value();
+        EXPECT_EQ(Word(both.Of(marked, Property::ReadOnly)), row.verdict);
+        EXPECT_EQ(Word(other.Of(marked, Property::ReadOnly)), row.verdict);
+        EXPECT_EQ(both.OriginOf(marked, Property::ReadOnly), row.origin);
+    }
+}
+
+TEST_F(RuleMeaning, ATrueRuleBesideAFalseFlagHolds)
+{
+    m_Registry.Rule("Target", "Hidden", true, {Term{"Switch", "EQU", true}});
+    const Evaluation evaluation(Read(Values("Switch", true)));
+    EXPECT_EQ(Word(VerdictOf(evaluation, "Target", Property::Hidden)), "true");
+    EXPECT_EQ(evaluation.OriginOf(evaluation.Of().Find("Target").value(), Property::Hidden), FlagOrigin::NotSet);
+}
+
+TEST_F(RuleMeaning, MenusCountForEverySettingBelow)
+{
+    m_Registry.Attribute("Inner", "Boolean", {{"MenuPath", "./Main/Boot"}});
+    m_Registry.Attribute("Outer", "Boolean", {{"MenuPath", "./Main"}});
+    m_Registry.Attribute("Elsewhere", "Boolean", {{"MenuPath", "./Other"}});
+    m_Registry.Rule("Boot", "GrayOut", true, {Term{"Switch", "EQU", true}});
+    m_Registry.Rule("Main", "Hidden", true, {Term{"Switch", "EQU", false}});
+    json::value document = m_Registry.Json();
+    document.at("RegistryEntries").as_object()["Menus"] =
+        json::array{{{"MenuName", "Main"}, {"MenuPath", "./"}},
+                    {{"MenuName", "Boot"}, {"MenuPath", "./Main/Boot"}},
+                    {{"MenuName", "Other"}, {"MenuPath", "./Other"}, {"ReadOnly", true}}};
+    const auto model = Model::Read(ReadRegistryDocument(json::serialize(document)));
+    EXPECT_THAT(model->Findings(), IsEmpty());
+    const struct {
+        bool isOn;
+        const char* setting;
+        Property flag;
+        const char* verdict;
+    } rows[] = {
+        {true, "Inner", Property::GrayOut, "true"},      {true, "Outer", Property::GrayOut, "false"},
+        {false, "Inner", Property::Hidden, "true"},      {false, "Outer", Property::Hidden, "true"},
+        {false, "Elsewhere", Property::Hidden, "false"}, {true, "Elsewhere", Property::ReadOnly, "true!"},
+        {true, "Inner", Property::ReadOnly, "false"},
+    };
+    for (const auto& row : rows) {
+        ValuesDocument values;
+        values.Values = Values("Switch", row.isOn);
+        const Evaluation evaluation(SystemValues(model, values));
+        EXPECT_EQ(Word(VerdictOf(evaluation, row.setting, row.flag)), row.verdict) << row.setting;
+    }
+}
+
+TEST_F(RuleMeaning, ListsOfChoicesInForceAreIntersected)
+{
+    m_Registry.Rule("Mode", "Value", json::array{"Uefi", "Legacy boot"}, {Term{"Switch", "EQU", true}});
+    m_Registry.Rule("Mode", "Value", json::array{"Legacy", "High (HPC)"}, {Term{"Level", "GTR", 10}});
+    const struct {
+        SettingValueMap values;
+        std::vector<std::string> allowed;
+        bool isCertain;
+    } rows[] = {
+        {{{"Switch", false}, {"Level", std::int64_t{1}}}, {"Uefi", "Legacy", "High (HPC)"}, true},
+        {{{"Switch", true}, {"Level", std::int64_t{1}}}, {"Uefi", "Legacy"}, true},
+        {{{"Switch", true}, {"Level", fifteen}}, {"Legacy"}, true},
+        {{{"Switch", true}}, {"Uefi", "Legacy"}, false},
+    };
+    for (const auto& row : rows) {
+        const SystemValues now = Read(row.values);
+        const Evaluation evaluation(now);
+        const std::size_t mode = now.Of().Find("Mode").value();
+        std::vector<std::string> allowed;
+        for (const Choice& choice : AttributeInForce(evaluation, now, mode).Choices) {
+            allowed.push_back(choice.Name);
+        }
+        EXPECT_EQ(allowed, row.allowed);
+        EXPECT_EQ(ChoicesOf(evaluation, now, mode).Certain, row.isCertain);
+    }
+}
+
+TEST_F(RuleMeaning, BoundsLengthsDefaultsAndTextsAreThoseInForce)
+{
+    const std::vector<Term> on{Term{"Switch", "EQU", true}};
+    m_Registry.Rule("Level", "LowerBound", 10, on);
+    m_Registry.Rule("Level", "UpperBound", "50", on);
+    m_Registry.Rule("Level", "ScalarIncrement", 5, on);
+    m_Registry.Rule("Level", "DefaultValue", "20", on);
+    m_Registry.Rule("Level", "LowerBound", 30, on); // the first counts
+    m_Registry.Rule("Level", "WarningText", "Careful.", on);
+    m_Registry.Rule("Level", "HelpText", "Help.", on);
+    m_Registry.Rule("Level", "DisplayName", "The level", on);
+    m_Registry.Rule("Text", "MinLength", 2, on);
+    m_Registry.Rule("Text", "MaxLength", 4, on);
+    m_Registry.Rule("Text", "ValueExpression", "a*", on);
+    m_Registry.Rule("Mode", "DefaultValue", "Legacy boot", on);
+    for (const bool isOn : {true, false}) {
+        const SystemValues now = Read(Values("Switch", isOn));
+        const Evaluation evaluation(now);
+        const auto inForce = [&](const char* name) {
+            return AttributeInForce(evaluation, now, now.Of().Find(name).value());
+        };
+        EXPECT_EQ(inForce("Level").LowerBound, isOn ? 10 : 0);
+        EXPECT_EQ(inForce("Level").UpperBound, isOn ? 50 : 100);
+        EXPECT_EQ(inForce("Level").ScalarIncrement.has_value(), isOn);
+        EXPECT_EQ(inForce("Level").DefaultValue, isOn ? Value(std::int64_t{20}) : Value());
+        EXPECT_EQ(inForce("Level").WarningText.has_value(), isOn);
+        EXPECT_EQ(inForce("Level").HelpText.has_value(), isOn);
+        EXPECT_EQ(inForce("Level").DisplayName.has_value(), isOn);
+        EXPECT_EQ(inForce("Text").MinLength.value_or(0), isOn ? 2 : 0);
+        EXPECT_EQ(inForce("Text").MaxLength.value_or(0), isOn ? 4 : 0);
+        EXPECT_EQ(inForce("Text").Pattern.value_or(""), isOn ? "a*" : "");
+        EXPECT_EQ(inForce("Mode").DefaultValue, isOn ? Value(std::string("Legacy")) : Value());
+    }
+}
+
+/** The changes of a cascade, each in a line: "1 Target=true". */
+std::vector<std::string> Lines(const Cascade& cascade)
+{
+    std::vector<std::string> lines;
+    for (const RuleChange& change : cascade.Changes) {
+        lines.push_back(std::to_string(change.Wave) + " " + cascade.After.Of().Attributes()[change.Attribute].Name +
+                        "=" + ToText(change.To));
+    }
+    return lines;
+}
+
+class RuleEvents : public RuleMeaning {
+protected:
+    void Rule(const char* target, json::value value, const Term& term, const char* trigger = "")
+    {
+        json::array mapFrom{{{"MapFromAttribute", term.Attribute},
+                             {"MapFromProperty", "CurrentValue"},
+                             {"MapFromCondition", term.Condition},
+                             {"MapFromValue", term.Value}}};
+        m_Registry.RawRule(json::object{{"DependencyFor", trigger},
+                                        {"Dependency",
+                                         {{"MapFrom", std::move(mapFrom)},
+                                          {"MapToAttribute", target},
+                                          {"MapToProperty", "CurrentValue"},
+                                          {"MapToValue", std::move(value)}}}});
+    }
+
+    Cascade ChangeOf(const SettingValueMap& values, const std::vector<std::pair<const char*, Value>>& changes)
+    {
+        const SystemValues before = Read(values);
+        std::vector<std::pair<std::size_t, Value>> byHand;
+        for (const auto& [name, value] : changes) {
+            byHand.emplace_back(before.Of().Find(name).value(), value);
+        }
+        return Change(before, byHand);
+    }
+};
+
+TEST_F(RuleEvents, ActInWavesAfterAChange)
+{
+    Rule("Level", 50, {"Mode", "EQU", "Legacy"}, "Mode");
+    Rule("Switch", true, {"Level", "EQU", 50}, "Level");
+    Rule("Text", "on", {"Switch", "EQU", true}, "Switch");
+    const SettingValueMap values{
+        {"Mode", std::string("Uefi")}, {"Level", std::int64_t{0}}, {"Switch", false}, {"Text", std::string("off")}};
+    const Cascade cascade = ChangeOf(values, {{"Mode", std::string("Legacy")}});
+    EXPECT_THAT(Lines(cascade), ElementsAre("1 Level=50", "2 Switch=true", "3 Text=on"));
+    EXPECT_FALSE(cascade.IsCycle || cascade.IsCut);
+    EXPECT_THAT(Lines(ChangeOf(values, {{"Mode", std::string("Uefi")}})), IsEmpty()); // nothing really changes
+}
+
+TEST_F(RuleEvents, AreTriggeredByWhatDependencyForNames)
+{
+    Rule("Switch", true, {"Level", "EQU", 5}, "Level");
+    Rule("Text", "x", {"Level", "EQU", 5}, "Mode"); // names no source: then the source triggers it
+    const SettingValueMap values{{"Level", std::int64_t{1}}, {"Switch", false}, {"Text", std::string()}};
+    EXPECT_THAT(Lines(ChangeOf(values, {{"Level", std::int64_t{5}}})), ElementsAre("1 Switch=true", "1 Text=x"));
+}
+
+TEST_F(RuleEvents, NeverOverwriteWhatIsSetByHand)
+{
+    Rule("Switch", true, {"Level", "EQU", 5}, "Level");
+    const SettingValueMap values{{"Level", std::int64_t{1}}, {"Switch", true}};
+    const Cascade cascade = ChangeOf(values, {{"Level", std::int64_t{5}}, {"Switch", false}});
+    EXPECT_THAT(Lines(cascade), IsEmpty());
+    ASSERT_EQ(cascade.Conflicts.size(), 1U);
+    EXPECT_EQ(cascade.Conflicts[0].Wanted, Value(true));
+    EXPECT_EQ(cascade.Conflicts[0].Kept, Value(false));
+    EXPECT_EQ(cascade.Conflicts[0].KeptBy, std::nullopt);
+}
+
+TEST_F(RuleEvents, OfRulesThatClashTheFirstCounts)
+{
+    Rule("Text", "first", {"Level", "EQU", 5}, "Level");
+    Rule("Text", "second", {"Level", "GTR", 4}, "Level");
+    const SettingValueMap values{{"Level", std::int64_t{1}}, {"Text", std::string()}};
+    const Cascade cascade = ChangeOf(values, {{"Level", std::int64_t{5}}});
+    EXPECT_THAT(Lines(cascade), ElementsAre("1 Text=first"));
+    ASSERT_EQ(cascade.Conflicts.size(), 1U);
+    EXPECT_EQ(cascade.Conflicts[0].KeptBy, 0U);
+}
+
+TEST_F(RuleEvents, EndWhereTheyComeBackToAState)
+{
+    Rule("Switch", true, {"Target", "EQU", true}, "Target");
+    Rule("Target", false, {"Switch", "EQU", true}, "Switch");
+    Rule("Switch", false, {"Target", "EQU", false}, "Target");
+    Rule("Target", true, {"Switch", "EQU", false}, "Switch");
+    m_Registry.Rule("Switch", "CurrentValue", true, {Term{"Level", "EQU", 5}});
+    const SettingValueMap values{{"Level", std::int64_t{1}}, {"Switch", false}, {"Target", true}};
+    const Cascade cascade = ChangeOf(values, {{"Level", std::int64_t{5}}});
+    EXPECT_TRUE(cascade.IsCycle);
+    EXPECT_FALSE(cascade.IsCut);
+    EXPECT_LT(cascade.Changes.size(), 10U);
+}
+
+TEST_F(RuleEvents, MayHappenWhereTheConditionIsUnknown)
+{
+    m_Registry.Rule("Text", "CurrentValue", "x", {Term{"Level", "EQU", 5}, Term{"Gone", "EQU", 1, "AND"}});
+    const Cascade cascade = ChangeOf({{"Level", std::int64_t{1}}}, {{"Level", std::int64_t{5}}});
+    EXPECT_THAT(Lines(cascade), IsEmpty());
+    EXPECT_THAT(cascade.MayChange, ElementsAre(0));
+}
+
+TEST_F(RuleEvents, DoNotHappenOnLoadButAreReported)
+{
+    Rule("Text", "x", {"Level", "EQU", 5}, "Level");
+    const SystemValues now = Read({{"Level", std::int64_t{5}}, {"Text", std::string("y")}});
+    EXPECT_EQ(now.ValueOf(now.Of().Find("Text").value()), Value(std::string("y")));
+    const auto deviations = DeviationsFromRules(Evaluation(now), now);
+    ASSERT_EQ(deviations.size(), 1U);
+    EXPECT_EQ(deviations[0].Given, Value(std::string("x")));
+    EXPECT_THAT(DeviationsFromRules(Evaluation(Read({{"Level", std::int64_t{5}}, {"Text", std::string("x")}})),
+                                    Read({{"Level", std::int64_t{5}}, {"Text", std::string("x")}})),
+                IsEmpty());
+}
+
+TEST_F(RuleMeaning, PasswordsHaveNoText)
+{
+    m_Registry.Rule("Target", "ReadOnly", true, {Term{"Secret", "EQU", "hunter2"}});
+    m_Registry.Rule("Secret", "CurrentValue", "hunter3", {Term{"Switch", "EQU", true}});
+    const SystemValues now = Read({{"Secret", std::string("hunter1")}, {"Switch", true}});
+    EXPECT_EQ(ToText(now.ValueOf(now.Of().Find("Secret").value())), "********");
+    std::string printed;
+    for (const Rule& rule : now.Of().Rules()) {
+        printed += ToText(rule);
+    }
+    const Evaluation evaluation(now);
+    printed += ReasonFor(evaluation, now, now.Of().Find("Target").value(), Property::ReadOnly);
+    printed += ToText(Explain(now, 0).Current);
+    EXPECT_EQ(printed.find("hunter"), std::string::npos) << printed;
+}
+
+TEST_F(RuleMeaning, ReasonsAreSentences)
+{
+    const struct {
+        std::vector<Term> terms;
+        SettingValueMap values;
+        const char* reason;
+    } rows[] = {
+        {{Term{"Mode", "NEQ", "Legacy"}},
+         Values("Mode", std::string("Uefi")),
+         "read-only because Mode is Uefi, not Legacy (rule 0)"},
+        {{Term{"Mode", "EQU", "Uefi"}}, Values("Mode", std::string("Uefi")), "read-only because Mode is Uefi (rule 0)"},
+        {{Term{"Text", "EQU", ""}}, Values("Text", std::string()), "read-only because Text is empty (rule 0)"},
+        {{Term{"Level", "GTR", 10}},
+         Values("Level", fifteen),
+         "read-only because Level is 15, greater than 10 (rule 0)"},
+        {{Term{"Level", "GEQ", 10}, Term{"Level", "LEQ", 20, "AND"}},
+         Values("Level", fifteen),
+         "read-only because Level is 15, at least 10, and Level is 15, at most 20 (rule 0)"},
+        {{Term{"Level", "LSS", 20, "NOT"}},
+         Values("Level", std::int64_t{30}),
+         "read-only because Level is 30, not less than 20 (rule 0)"},
+        {{Term{"Mode", "EQU", "Legacy"}, Term{"Mode", "EQU", "Uefi", "OR"}},
+         Values("Mode", std::string("Uefi")),
+         "read-only because Mode is Uefi (rule 0)"}, // the alternative that holds
+        {{Term{"Mode", "EQU", nullptr}}, {}, "read-only because Mode has no value (rule 0)"},
+        {{Term{"Marked", "EQU", true, "", "ReadOnly"}}, {}, "read-only because Marked is read-only (rule 0)"},
+        {{Term{"Mode", "EQU", "Legacy"}}, Values("Mode", std::string("Uefi")), ""},
+        {{Term{"Mode", "EQU", "Legacy"}},
+         {},
+         "unknown whether read-only: rule 0 reads Mode, and the system does not report it; the controller's own flag "
+         "says no"},
+        {{Term{"Mode", "EQU", "Legacy"}},
+         Values("Mode", std::nullopt),
+         "unknown whether read-only: rule 0 reads Mode, and the system has no value for it; the controller's own flag "
+         "says no"},
+        {{Term{"Gone", "EQU", "x"}},
+         {},
+         "unknown whether read-only: rule 0 reads Gone, and no attribute has that name; the controller's own flag says "
+         "no"},
+        {{Term{"Secret", "EQU", "x"}},
+         {},
+         "unknown whether read-only: rule 0 reads Secret, and a password is never known; the controller's own flag "
+         "says "
+         "no"},
+        {{Term{"Level", "BITAND", 1}},
+         {},
+         "unknown whether read-only: rule 0 has no meaning: the condition of a term is \"BITAND\"; the controller's "
+         "own "
+         "flag says no"},
+    };
+    for (const auto& row : rows) {
+        RegistryBuilder kept = m_Registry;
+        m_Registry.Rule("Target", "ReadOnly", true, row.terms);
+        const SystemValues now = Read(row.values);
+        EXPECT_EQ(ReasonFor(Evaluation(now), now, now.Of().Find("Target").value(), Property::ReadOnly), row.reason);
+        m_Registry = std::move(kept);
+    }
+}
+
+TEST_F(RuleMeaning, MarksAreCalledMarks)
+{
+    const SystemValues without = Read({});
+    const std::size_t marked = without.Of().Find("Marked").value();
+    EXPECT_EQ(ReasonFor(Evaluation(without), without, marked, Property::ReadOnly),
+              "marked read-only by the controller");
+    m_Registry.Rule("Marked", "ReadOnly", true, {Term{"Switch", "EQU", true}});
+    const SystemValues off = Read(Values("Switch", false));
+    EXPECT_EQ(ReasonFor(Evaluation(off), off, marked, Property::ReadOnly),
+              "marked read-only by the controller; no rule explains it");
+    const SystemValues unknown = Read({});
+    EXPECT_EQ(ReasonFor(Evaluation(off, unknown), off, marked, Property::ReadOnly),
+              "unknown whether read-only: the controller marks it, and the rules that could explain it were not known "
+              "then");
+}
+
+TEST_F(RuleMeaning, ExplanationsHaveTheTruthOfEachPart)
+{
+    m_Registry.Rule("Target", "ReadOnly", true,
+                    {Term{"Mode", "EQU", "Uefi"}, Term{"Level", "GTR", 10, "OR"}, Term{"Gone", "EQU", 1, "OR"}});
+    const SystemValues now = Read({{"Mode", std::string("Legacy")}, {"Level", fifteen}});
+    const Explanation whole = Explain(now, 0);
+    EXPECT_EQ(whole.What, Condition::Kind::Any);
+    EXPECT_EQ(whole.Is, Truth::True);
+    ASSERT_EQ(whole.Parts.size(), 3U);
+    EXPECT_EQ(whole.Parts[0].Is, Truth::False);
+    EXPECT_EQ(whole.Parts[0].Current, Value(std::string("Legacy")));
+    EXPECT_EQ(whole.Parts[1].Is, Truth::True);
+    EXPECT_EQ(whole.Parts[1].Asked->Name, "Level");
+    EXPECT_EQ(whole.Parts[2].Is, Truth::Unknown);
+    EXPECT_EQ(whole.Parts[2].Because, "no attribute has that name");
+    const Explanation pruned = Pruned(whole);
+    EXPECT_EQ(pruned.What, Condition::Kind::Test);
+    EXPECT_EQ(pruned.Asked->Name, "Level");
+}
+
+} // namespace
