@@ -14,19 +14,19 @@ namespace json = boost::json;
 
 namespace {
 
-std::vector<Answer> AskSelected(System& system, const Selection& selection, const Question& question)
+std::vector<Answer> AskSelected(System& system, const Selection& selection, Question question)
 {
     std::vector<Answer> answers;
     if (selection.All) {
-        answers = system.AskAll(question);
+        answers = system.AskAll(question, Detail::Reasons);
     }
     for (const std::string& name : selection.Names) {
         answers.push_back(system.Ask(question, name));
     }
     for (Answer& answer : answers) {
         if (answer.Concealed) { // a mask in place of a value could be taken for one by a program
-            answer.Result = {RedfishConfig::RESULT_SHOW_VALUE_FAILED,
-                             "The operation on setting " + answer.Name + " fails since a password is never shown."};
+            answer.Result = {RedfishConfig::RESULT_SHOW_VALUE_FAILED, system.PasswordRefusal(answer.Name)};
+            answer.Reason = "a password is never shown";
         }
     }
     return answers;
@@ -67,13 +67,13 @@ json::value TextToJson(const Answer& answer, const SystemOptions& /*options*/)
     return json::string(answer.Text);
 }
 
-json::value ValueToJson(const Answer& answer, const RedfishConfig::SettingValue& held, const SystemOptions& options)
+json::value ValueToJson(const Answer& answer, const SystemOptions& options)
 {
     if (!answer.Ok() || answer.Concealed) {
         return nullptr;
     }
-    const bool asText = !held || (options.Hex && RedfishConfig::IsNumSetting(held));
-    return asText ? json::value(answer.Text) : RedfishConfig::VariantToJson(*held);
+    const bool asText = !answer.Held || (options.Hex && RedfishConfig::IsNumSetting(answer.Held));
+    return asText ? json::value(answer.Text) : RedfishConfig::VariantToJson(*answer.Held);
 }
 
 void PrintAssignment(const Answer& answer, bool /*isFirst*/, Output& output)

@@ -11,7 +11,7 @@ namespace RedfishConfigTool {
 
 /** How a command asks one question and shows the answers. */
 struct AnswerShape {
-    const Question& Asked;
+    Question Asked;
     const char* JsonKey; ///< of the object of answers by name
     /** Writes one answer to the screen. @p isFirst tells whether none came before it. */
     void (*Print)(const Answer& answer, bool isFirst, Output& output);
@@ -25,12 +25,9 @@ ExitCode RunQuestion(System& system, const Selection& selection, const AnswerSha
 /** The answer as a text. */
 boost::json::value TextToJson(const Answer& answer, const SystemOptions& options);
 
-/**
- * An answered value as JSON of the kind that @p held is, the value that the answer is about; an integer in hexadecimal
- * is a text. null for no answer and for a password.
+/** An answered value as JSON of its own kind; an integer in hexadecimal is a text. null for no answer and a password.
  */
-boost::json::value ValueToJson(const Answer& answer, const RedfishConfig::SettingValue& held,
-                               const SystemOptions& options);
+boost::json::value ValueToJson(const Answer& answer, const SystemOptions& options);
 
 /** "NAME=VALUE" on a line. */
 void PrintAssignment(const Answer& answer, bool isFirst, Output& output);

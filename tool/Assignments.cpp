@@ -1,5 +1,6 @@
 #include "Assignments.h"
 
+#include "Input.h"
 #include "Selection.h"
 #include "Text.h"
 #include "TypedValue.h"
@@ -136,8 +137,7 @@ std::string ValueToCheck(const Assignment& assignment, const System& system)
     if (setting->IsPassword() && value.size() > 1 && value[0] == '@') {
         return WithoutLastLineFeed(ReadText(value.substr(1)));
     }
-    if (system.Options().Hex && EqualsIgnoringCase(*setting->Record.Type, "Integer") &&
-        RedfishConfig::isHexString(value)) {
+    if (system.Options().Hex && EqualsIgnoringCase(setting->Type(), "Integer") && RedfishConfig::isHexString(value)) {
         return Decimal(value).value_or(value);
     }
     return value;

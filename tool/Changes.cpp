@@ -16,6 +16,7 @@ void AddToBody(Answer& answer, PatchBody& body)
         const std::string defect = body.Add(*answer.Subject, answer.Text);
         if (!defect.empty()) {
             answer.Result = {RedfishConfig::RESULT_NEW_VALUE_INVALID, defect};
+            answer.Reason = defect;
         }
     }
 }

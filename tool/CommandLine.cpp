@@ -1,10 +1,11 @@
 #include "CommandLine.h"
 
+#include "CoreSystem.h"
 #include "Documents.h"
 #include "Input.h"
+#include "ModelSystem.h"
 #include "Output.h"
 #include "Suggest.h"
-#include "System.h"
 #include "Text.h"
 #include "Trace.h"
 #include "commands/Commands.h"
@@ -44,8 +45,7 @@ constexpr const char* generalExamples =
 
 /** What the command line asks for. */
 struct Request {
-    std::string Registry;
-    std::string Values;
+    DocumentFiles Files;
     SystemOptions Options;
     bool Json = false;
     bool AsPublished = false;
@@ -91,19 +91,24 @@ std::string Indented(const std::string& lines)
 
 void AddSharedOptions(CLI::App& app, Request& request)
 {
-    app.add_option("--registry", request.Registry, "The attribute registry, a JSON file (or REDFISHCONFIG_REGISTRY)")
+    app.add_option("--registry", request.Files.Registry,
+                   "The attribute registry, a JSON file (or REDFISHCONFIG_REGISTRY)")
         ->type_name("FILE");
-    app.add_option("--values", request.Values,
+    app.add_option("--values", request.Files.Values,
                    "The current values, a Bios resource or an object of names and\n"
                    "values (or REDFISHCONFIG_VALUES); else those of the registry")
+        ->type_name("FILE");
+    app.add_option("--registry-values", request.Files.RegistryValues,
+                   "The values that the registry came with, where they are others: they\n"
+                   "tell which of its flags are snapshots of what rules gave")
         ->type_name("FILE");
     app.add_flag("--hex", request.Options.Hex, "Show integers as hexadecimal numbers");
     app.add_flag("--include-protected", request.Options.IncludeProtected,
                  "Answer for settings too that the registry itself hides");
     app.add_flag("--json", request.Json, "Answer in JSON");
     app.add_flag("--as-published", request.AsPublished,
-                 "Hand the documents on as they are, read in the library's\n"
-                 "own form, instead of adapting them");
+                 "Take the documents as they are, with rules in the library's\n"
+                 "own form");
     app.add_option("--trace", request.TraceLevel, "Write the library's log to stderr, up to level 1 to 4")
         ->type_name("LEVEL")
         ->check(CLI::Range(0U, 4U).description(""));
@@ -194,6 +199,9 @@ std::optional<ExitCode> Parse(std::vector<std::string> arguments, Request& reque
     if (request.AsPublished && std::holds_alternative<DocumentsRunner>(request.Run)) {
         return WrongUsage(err, "--as-published: this command is about adapting");
     }
+    if (request.AsPublished && !request.Files.RegistryValues.empty()) {
+        return WrongUsage(err, "--as-published: flags are taken as they are, --registry-values does not go with it");
+    }
     return std::nullopt;
 }
 
@@ -208,58 +216,43 @@ void WarnOfForeignValues(const std::string& file, const RedfishConfig::SettingVa
     }
 }
 
-/** The documents as the library reads them, with what else is to be known of them. */
-struct SystemInput {
-    RegistryInput Registry;
-    ValuesInput Values;
-    Secrets Passwords;
-    std::vector<Doubt> Doubts;
-};
-
-SystemInput TakeAsPublished(const Request& request)
+void ComplainOfEach(const std::vector<std::string>& remarks, Output& output)
 {
-    RegistryInput registry = ReadRegistry(request.Registry);
-    ValuesInput values = request.Values.empty() ? ValuesInput{} : ReadValues(request.Values);
-    Secrets secrets(registry.Document, values.Values);
-    return {std::move(registry), std::move(values), std::move(secrets), {}};
-}
-
-SystemInput TakeAdapted(Documents documents)
-{
-    Secrets secrets = SecretsOf(documents);
-    return {{documents.RegistryFile, std::move(documents.Adapted.RegistryText), std::move(documents.Document), true},
-            {std::move(documents.Adapted.Values), RemarksOn(documents)},
-            std::move(secrets),
-            DoubtsAbout(documents)};
-}
-
-ExitCode RunOnSystem(const Request& request, SystemInput input, Output& output, std::ostream& err)
-{
-    for (const std::string& remark : input.Values.Remarks) {
+    for (const std::string& remark : remarks) {
         output.Complain(remark);
     }
-    const Trace trace(request.TraceLevel, err, input.Passwords);
-    System system(std::move(input.Registry), input.Values.Values, request.Options, input.Passwords);
-    WarnOfForeignValues(request.Values, input.Values.Values, system, output);
+}
+
+ExitCode RunAsPublished(const Request& request, Output& output, std::ostream& err)
+{
+    RegistryInput registry = ReadRegistry(request.Files.Registry);
+    const ValuesInput values = request.Files.Values.empty() ? ValuesInput{} : ReadValues(request.Files.Values);
+    ComplainOfEach(values.Remarks, output);
+    Secrets secrets(registry.Document, values.Values);
+    const Trace trace(request.TraceLevel, err, secrets);
+    CoreSystem system(std::move(registry), values.Values, request.Options, secrets);
+    WarnOfForeignValues(request.Files.Values, values.Values, system, output);
+    return std::get<Runner>(request.Run)(system, output);
+}
+
+ExitCode RunOnModel(const Request& request, Output& output, std::ostream& err)
+{
+    const Documents documents = ReadDocuments(request.Files);
+    if (const auto* run = std::get_if<DocumentsRunner>(&request.Run)) {
+        return (*run)(documents, output);
+    }
+    ComplainOfEach(RemarksOn(documents), output);
+    Secrets secrets;
+    const Trace trace(request.TraceLevel, err, secrets);
+    ModelSystem system(documents, request.Options, secrets);
+    WarnOfForeignValues(request.Files.Values, documents.Published.Values, system, output);
     const ExitCode code = std::get<Runner>(request.Run)(system, output);
-    const std::string summary =
-        Summary(request.Registry, input.Doubts, [&system](const std::string& name) { return system.IsAsked(name); });
+    const std::string summary = Summary(request.Files.Registry, DoubtsAbout(documents),
+                                        [&system](const std::string& name) { return system.IsAsked(name); });
     if (!summary.empty()) {
         output.Complain(summary);
     }
     return code;
-}
-
-ExitCode RunOnDocuments(const Request& request, Output& output, std::ostream& err)
-{
-    if (request.AsPublished) {
-        return RunOnSystem(request, TakeAsPublished(request), output, err);
-    }
-    Documents documents = ReadDocuments(request.Registry, request.Values);
-    if (const auto* run = std::get_if<DocumentsRunner>(&request.Run)) {
-        return (*run)(documents, output);
-    }
-    return RunOnSystem(request, TakeAdapted(std::move(documents)), output, err);
 }
 
 ExitCode Run(const Request& request, const Presentation& presentation, std::ostream& out, std::ostream& err)
@@ -267,7 +260,7 @@ ExitCode Run(const Request& request, const Presentation& presentation, std::ostr
     Output output(out, presentation);
     ExitCode code = ExitCode::Answered;
     try {
-        code = RunOnDocuments(request, output, err);
+        code = request.AsPublished ? RunAsPublished(request, output, err) : RunOnModel(request, output, err);
     } catch (const InputError& error) {
         output.Complain(error.what());
         code = ExitCode::Unreadable;
@@ -285,13 +278,13 @@ ExitCode RunTool(const std::vector<std::string>& arguments, const Environment& e
                  std::ostream& err)
 {
     Request request;
-    request.Registry = environment.Registry;
-    request.Values = environment.Values;
+    request.Files.Registry = environment.Registry;
+    request.Files.Values = environment.Values;
     if (const std::optional<ExitCode> done = Parse(arguments, request, out, err)) {
         out.flush();
         return *done;
     }
-    if (request.Registry.empty()) {
+    if (request.Files.Registry.empty()) {
         return WrongUsage(err, "no registry: give --registry FILE or set REDFISHCONFIG_REGISTRY");
     }
     const Presentation presentation{request.Json, environment.Colour, environment.Width, environment.Terminal};

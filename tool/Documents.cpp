@@ -2,24 +2,21 @@
 
 #include "Text.h"
 
-#include <boost/json/object.hpp>
-
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <iterator>
 #include <utility>
 
 namespace RedfishConfigTool {
 
-namespace json = boost::json;
 namespace Client = RedfishConfig::Client;
+using Client::Finding;
 using Client::FindingKind;
 using Client::Severity;
 
 namespace {
 
-/** Warnings that say nothing about any setting, or are told in another way. */
+/** Warnings that say nothing about any setting, or are reported in another way. */
 constexpr std::array withoutEffect{FindingKind::UnknownTarget, FindingKind::MenuTarget, FindingKind::NeverHolds,
                                    FindingKind::UnknownType, FindingKind::UnusableValue};
 
@@ -29,9 +26,9 @@ bool IsGzip(const std::string& text)
 }
 
 /** Why a document cannot be used; empty when it can. */
-std::string DefectIn(const std::vector<Client::Finding>& findings)
+std::string DefectIn(const std::vector<Finding>& findings)
 {
-    const auto found = std::find_if(findings.begin(), findings.end(), [](const Client::Finding& finding) {
+    const auto found = std::find_if(findings.begin(), findings.end(), [](const Finding& finding) {
         return finding.Kind == FindingKind::UnreadableDocument;
     });
     return found != findings.end() ? found->Found : "";
@@ -48,8 +45,7 @@ Client::RegistryDocument ReadRegistryFile(const std::string& file)
         }
         throw InputError(file + ": " + defect);
     }
-    const json::value* attributes = document.Registry.at("RegistryEntries").get_object().if_contains("Attributes");
-    if (attributes == nullptr || !attributes->is_array()) {
+    if (!document.Entries.Member("Attributes").IsArray()) {
         throw InputError(file + R"(: not an attribute registry: its "RegistryEntries" has no list "Attributes")");
     }
     return document;
@@ -57,6 +53,9 @@ Client::RegistryDocument ReadRegistryFile(const std::string& file)
 
 Client::ValuesDocument ReadValuesFile(const std::string& file)
 {
+    if (file.empty()) {
+        return {};
+    }
     const std::string text = ReadText(file);
     Client::ValuesDocument document = Client::ReadValuesDocument(text);
     const std::string defect = DefectIn(document.Findings);
@@ -69,44 +68,53 @@ Client::ValuesDocument ReadValuesFile(const std::string& file)
     return document;
 }
 
-/** The last key of a JSON Pointer. */
-std::string LastKey(const std::string& place)
+void Append(const std::vector<Finding>& further, std::vector<Finding>& findings)
 {
-    return ReplaceAll(ReplaceAll(place.substr(place.rfind('/') + 1), "~1", "/"), "~0", "~");
+    findings.insert(findings.end(), further.begin(), further.end());
 }
 
 } // namespace
 
-Documents ReadDocuments(const std::string& registryFile, const std::string& valuesFile)
+Documents ReadDocuments(const DocumentFiles& files)
 {
-    Documents documents;
-    documents.RegistryFile = registryFile;
-    documents.ValuesFile = valuesFile;
-    documents.Registry = ReadRegistryFile(registryFile);
-    if (!valuesFile.empty()) {
-        documents.Values = ReadValuesFile(valuesFile);
+    const Client::RegistryDocument registry = ReadRegistryFile(files.Registry);
+    Client::ValuesDocument values = ReadValuesFile(files.Values);
+    if (files.RegistryValues.empty()) {
+        return Understand(files, registry, std::move(values), nullptr);
     }
-    documents.Adapted = Client::Adapt(documents.Registry, documents.Values);
-    documents.Document = ParseJson(registryFile, documents.Adapted.RegistryText);
-    return documents;
+    const Client::ValuesDocument registryValues = ReadValuesFile(files.RegistryValues);
+    return Understand(files, registry, std::move(values), &registryValues);
 }
 
-Secrets SecretsOf(const Documents& documents)
+Documents Understand(const DocumentFiles& files, const Client::RegistryDocument& registry,
+                     Client::ValuesDocument values, const Client::ValuesDocument* registryValues)
 {
-    Secrets secrets(documents.Document, documents.Adapted.Values);
-    secrets.Include(documents.Registry.Registry, documents.Values.Values);
-    return secrets;
+    std::vector<Finding> findings = registry.Findings;
+    Append(values.Findings, findings);
+    Client::SystemValues now(Client::Model::Read(registry), values);
+    Client::Evaluation evaluated =
+        registryValues == nullptr ? Client::Evaluation(now)
+                                  : Client::Evaluation(now, Client::SystemValues(now.SharedModel(), *registryValues));
+    return {files, std::move(findings), std::move(values), std::move(now), std::move(evaluated)};
 }
 
 std::vector<std::string> RemarksOn(const Documents& documents)
 {
     std::vector<std::string> remarks;
-    for (const Client::Finding& finding : documents.Values.Findings) {
+    for (const Finding& finding : documents.Published.Findings) {
         if (finding.Kind == FindingKind::UnusableValue) {
-            remarks.push_back(RemarkOnValue(documents.ValuesFile, LastKey(finding.Place), finding.Found));
+            remarks.push_back(RemarkOnValue(documents.Files.Values, finding.Attribute, finding.Found));
         }
     }
     return remarks;
+}
+
+std::vector<Finding> FindingsOf(const Documents& documents)
+{
+    std::vector<Finding> findings = documents.Findings;
+    Append(documents.Model().Findings(), findings);
+    Append(documents.Values.Findings(documents.Published), findings);
+    return findings;
 }
 
 namespace {
@@ -124,64 +132,33 @@ std::string CountedLevels(const std::vector<Severity>& levels)
     return counted;
 }
 
-/** The element of a list that the place lies in. */
-const json::value* ElementAt(const json::object& entries, const char* list, const std::string& listPlace,
-                             const std::string& place)
+void AddDoubts(const std::vector<Finding>& findings, std::vector<Doubt>& doubts)
 {
-    const json::value* elements = entries.if_contains(list);
-    const std::string prefix = listPlace + "/" + list + "/";
-    if (elements == nullptr || !elements->is_array() || place.compare(0, prefix.size(), prefix) != 0) {
-        return nullptr;
+    for (const Finding& finding : findings) {
+        const bool hasNoEffect =
+            std::find(withoutEffect.begin(), withoutEffect.end(), finding.Kind) != withoutEffect.end();
+        if (finding.Level == Severity::Error || (finding.Level == Severity::Warning && !hasNoEffect)) {
+            doubts.push_back({finding.Level, finding.Attribute});
+        }
     }
-    const std::size_t position = std::strtoull(place.c_str() + prefix.size(), nullptr, 10);
-    return elements->get_array().if_contains(position);
-}
-
-std::optional<std::string> TextIn(const json::value* value, const char* key)
-{
-    const json::object* object = value != nullptr ? value->if_object() : nullptr;
-    const json::value* member = object != nullptr ? object->if_contains(key) : nullptr;
-    const json::string* text = member != nullptr ? member->if_string() : nullptr;
-    return text != nullptr ? std::optional(std::string(*text)) : std::nullopt;
-}
-
-/** The setting that a finding is about: an attribute, the target of a rule, or the owner of a value. */
-std::optional<std::string> SettingOf(const Client::Finding& finding, const Documents& documents)
-{
-    if (finding.In == Client::Document::Values) {
-        const std::string prefix = documents.Values.Place + "/";
-        return finding.Place.compare(0, prefix.size(), prefix) == 0 ? std::optional(LastKey(finding.Place))
-                                                                    : std::nullopt;
-    }
-    const json::object& entries = documents.Registry.Registry.at("RegistryEntries").get_object();
-    const std::string& place = documents.Registry.Place;
-    if (const json::value* rule = ElementAt(entries, "Dependencies", place, finding.Place)) {
-        const json::object* object = rule->if_object();
-        return TextIn(object != nullptr ? object->if_contains("Dependency") : nullptr, "MapToAttribute");
-    }
-    return TextIn(ElementAt(entries, "Attributes", place, finding.Place), "AttributeName");
 }
 
 } // namespace
 
-std::string CountedFindings(const std::vector<Client::Finding>& findings)
+std::string CountedFindings(const std::vector<Finding>& findings)
 {
     std::vector<Severity> levels;
     std::transform(findings.begin(), findings.end(), std::back_inserter(levels),
-                   [](const Client::Finding& finding) { return finding.Level; });
+                   [](const Finding& finding) { return finding.Level; });
     return CountedLevels(levels);
 }
 
 std::vector<Doubt> DoubtsAbout(const Documents& documents)
 {
     std::vector<Doubt> doubts;
-    for (const Client::Finding& finding : documents.Adapted.Findings) {
-        const bool hasNoEffect =
-            std::find(withoutEffect.begin(), withoutEffect.end(), finding.Kind) != withoutEffect.end();
-        if (finding.Level == Severity::Error || (finding.Level == Severity::Warning && !hasNoEffect)) {
-            doubts.push_back({finding.Level, SettingOf(finding, documents)});
-        }
-    }
+    AddDoubts(documents.Findings, doubts);
+    AddDoubts(documents.Model().Findings(), doubts);
+    AddDoubts(documents.Values.Findings(documents.Published), doubts);
     return doubts;
 }
 
@@ -189,7 +166,7 @@ std::string Summary(const std::string& registryFile, const std::vector<Doubt>& d
 {
     std::vector<Severity> levels;
     for (const Doubt& doubt : doubts) {
-        if (!doubt.Setting || isAbout(*doubt.Setting)) {
+        if (doubt.Setting.empty() || isAbout(doubt.Setting)) {
             levels.push_back(doubt.Level);
         }
     }

@@ -1,45 +1,53 @@
 #pragma once
 
 #include "Input.h"
-#include "Secrets.h"
 
 #include <RedfishConfig/Client/Client.h>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace RedfishConfigTool {
 
-/** The documents of a system, as they are published and as they are adapted. */
-struct Documents {
-    std::string RegistryFile;
-    std::string ValuesFile; ///< empty for none
-    RedfishConfig::Client::RegistryDocument Registry;
-    RedfishConfig::Client::ValuesDocument Values;
-    RedfishConfig::Client::Adaptation Adapted;
-    boost::json::value Document; ///< the adapted registry
+/** The files that a command reads. */
+struct DocumentFiles {
+    std::string Registry;
+    std::string Values;         ///< the system's; empty for none
+    std::string RegistryValues; ///< those that the registry came with; empty when they are the system's
 };
 
-/**
- * Reads and adapts a registry and the values that belong to it.
- *
- * @param valuesFile empty for none
- * @throws InputError when a file cannot be read or is not what it should be
- */
-Documents ReadDocuments(const std::string& registryFile, const std::string& valuesFile);
+/** The documents of a system, understood. */
+struct Documents {
+    DocumentFiles Files;
+    std::vector<RedfishConfig::Client::Finding> Findings; ///< of the documents as such
+    RedfishConfig::Client::ValuesDocument Published;      ///< the values as published
+    RedfishConfig::Client::SystemValues Values;           ///< with the model of the registry
+    RedfishConfig::Client::Evaluation Evaluated;
 
-/** The passwords in the documents, published and adapted. */
-Secrets SecretsOf(const Documents& documents);
+    const RedfishConfig::Client::Model& Model() const { return Values.Of(); }
+};
+
+/** @throws InputError when a file cannot be read or is not what it should be. */
+Documents ReadDocuments(const DocumentFiles& files);
+
+/** The same of documents that are read. @param registryValues null when the registry came with the system's values */
+Documents Understand(const DocumentFiles& files, const RedfishConfig::Client::RegistryDocument& registry,
+                     RedfishConfig::Client::ValuesDocument values,
+                     const RedfishConfig::Client::ValuesDocument* registryValues);
 
 /** What the values have that no setting can hold, a line each. */
 std::vector<std::string> RemarksOn(const Documents& documents);
 
+/** All findings of the documents, of the registry and of the values beside it. */
+std::vector<RedfishConfig::Client::Finding> FindingsOf(const Documents& documents);
+
 /** A finding because of which an answer may not be what the controller would say. */
 struct Doubt {
     RedfishConfig::Client::Severity Level;
-    std::optional<std::string> Setting; ///< the one that it is about; nothing when it can be any
+    std::string Setting; ///< the one that it is about; empty when it can be any
 };
 
 std::vector<Doubt> DoubtsAbout(const Documents& documents);

@@ -3,6 +3,8 @@
 #include <boost/json/object.hpp>
 #include <boost/json/parser.hpp>
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -40,6 +42,10 @@ std::string ReadText(const std::string& file)
         FailWithErrno(file);
     }
     std::string text;
+    struct stat status {};
+    if (fstat(fileno(stream.get()), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
+        text.reserve(std::min(static_cast<std::size_t>(status.st_size), largestFile));
+    }
     std::array<char, 1U << 16U> block{};
     std::size_t count = 0;
     while ((count = std::fread(block.data(), 1, block.size(), stream.get())) > 0) {

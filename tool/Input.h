@@ -20,12 +20,11 @@ struct InputError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/** An attribute registry: its text for the library, and the document for what the library does not tell. */
+/** An attribute registry: its text for the library, and the document for what the library does not say. */
 struct RegistryInput {
     std::string File;
     std::string Text;
     boost::json::value Document; ///< an object whose "RegistryEntries" is an object with an array "Attributes"
-    bool IsAdapted = false;
 };
 
 /** The current values of a system. */

@@ -1,16 +1,11 @@
 #include "Menus.h"
 
-#include <boost/json/array.hpp>
-#include <boost/json/object.hpp>
-
 #include <algorithm>
 #include <limits>
 #include <string_view>
 #include <tuple>
 
 namespace RedfishConfigTool {
-
-namespace json = boost::json;
 
 namespace {
 
@@ -41,24 +36,9 @@ std::string Join(Pieces::const_iterator begin, Pieces::const_iterator end)
     return path;
 }
 
-std::string TextMember(const json::object& object, std::string_view key)
-{
-    const json::value* member = object.if_contains(key);
-    const json::string* text = member != nullptr ? member->if_string() : nullptr;
-    return text != nullptr ? std::string(text->c_str(), text->size()) : "";
-}
-
 bool EndsWith(const Pieces& path, const Pieces& end)
 {
     return !end.empty() && path.size() >= end.size() && std::equal(end.rbegin(), end.rend(), path.rbegin());
-}
-
-const json::array* FindMenus(const json::value& registry)
-{
-    const json::value* entries = registry.is_object() ? registry.get_object().if_contains("RegistryEntries") : nullptr;
-    const json::value* menus =
-        entries != nullptr && entries->is_object() ? entries->get_object().if_contains("Menus") : nullptr;
-    return menus != nullptr ? menus->if_array() : nullptr;
 }
 
 } // namespace
@@ -72,40 +52,32 @@ std::size_t Menu::AllSettings() const
     return count;
 }
 
-MenuTree::MenuTree(const json::value& registry) : m_Root(std::make_unique<Menu>())
+MenuTree::MenuTree(const std::vector<MenuDescription>& descriptions) : m_Root(std::make_unique<Menu>())
 {
-    if (const json::array* menus = FindMenus(registry)) {
-        for (std::size_t position = 0; position < menus->size(); ++position) {
-            ReadEntry((*menus)[position], position);
-        }
+    for (const MenuDescription& menu : descriptions) {
+        Describe(menu);
     }
 }
 
-void MenuTree::ReadEntry(const json::value& menu, std::size_t position)
+void MenuTree::Describe(const MenuDescription& menu)
 {
-    const json::object* object = menu.if_object();
-    const std::string name = object != nullptr ? TextMember(*object, "MenuName") : "";
-    if (name.empty()) {
+    if (menu.Name.empty()) {
         return;
     }
     Entry entry;
-    entry.DisplayName = TextMember(*object, "DisplayName");
-    entry.Position = position;
-    json::error_code error;
-    if (const json::value* order = object->if_contains("DisplayOrder"); order != nullptr && order->is_number()) {
-        const auto number = order->to_number<std::int64_t>(error);
-        entry.DisplayOrder = error ? std::nullopt : std::optional<std::int64_t>(number);
-    }
+    entry.DisplayName = menu.DisplayName;
+    entry.DisplayOrder = menu.DisplayOrder;
+    entry.Position = menu.Position;
 
-    Pieces path = Split(TextMember(*object, "MenuPath"));
-    const Pieces ownName = Split(name);
-    const Pieces shownName = Split(entry.DisplayName);
+    Pieces path = Split(menu.MenuPath);
+    const Pieces ownName = Split(menu.Name);
+    const Pieces shownName = Split(menu.DisplayName);
     if (EndsWith(path, ownName)) {
         entry.OwnPieces = ownName.size();
     } else if (shownName.size() > 1 && EndsWith(path, shownName)) {
-        entry.OwnPieces = shownName.size(); // a name with slashes, which stand in the path but not in "MenuName"
+        entry.OwnPieces = shownName.size(); // a name with slashes, which are in the path but not in "MenuName"
     } else {
-        path.push_back(name);
+        path.push_back(menu.Name);
     }
     m_Entries.emplace(Join(path.begin(), path.end()), std::move(entry));
 }
@@ -133,31 +105,40 @@ std::vector<std::string> MenuTree::SplitIntoMenus(const std::string& menuPath) c
     return names;
 }
 
+Menu& MenuTree::Add(Menu& parent, std::string name, const std::string& path)
+{
+    auto added = std::make_unique<Menu>();
+    const auto entry = m_Entries.find(path);
+    if (entry != m_Entries.end()) {
+        added->DisplayName = entry->second.DisplayName;
+        added->DisplayOrder = entry->second.DisplayOrder;
+        added->Position = entry->second.Position;
+    } else {
+        added->Position = m_Entries.size() + m_Menus.size(); // behind those described, as first met
+    }
+    added->Name = std::move(name);
+    added->Path = "./" + path;
+    added->Parent = &parent;
+    return *parent.Menus.emplace_back(std::move(added));
+}
+
 Menu& MenuTree::Place(const std::string& menuPath)
 {
+    Menu*& placed = m_Placed[menuPath];
+    if (placed != nullptr) {
+        return *placed;
+    }
     Menu* menu = m_Root.get();
     std::string path;
     for (std::string& name : SplitIntoMenus(menuPath)) {
         path += path.empty() ? name : "/" + name;
         Menu*& known = m_Menus[path];
         if (known == nullptr) {
-            auto added = std::make_unique<Menu>();
-            const auto entry = m_Entries.find(path);
-            if (entry != m_Entries.end()) {
-                added->DisplayName = entry->second.DisplayName;
-                added->DisplayOrder = entry->second.DisplayOrder;
-                added->Position = entry->second.Position;
-            } else {
-                added->Position = m_Entries.size() + m_Menus.size(); // behind those described, as first met
-            }
-            added->Name = std::move(name);
-            added->Path = "./" + path;
-            added->Parent = menu;
-            known = added.get();
-            menu->Menus.push_back(std::move(added));
+            known = &Add(*menu, std::move(name), path);
         }
         menu = known;
     }
+    placed = menu;
     return *menu;
 }
 

@@ -21,7 +21,7 @@ std::string PatchBody::Add(const Setting& setting, const std::string& patchText)
 {
     std::optional<boost::json::value> value = TypedValue(setting, WithoutQuotes(patchText));
     if (!value) {
-        return "the value cannot be written as JSON of type " + *setting.Record.Type;
+        return "the value cannot be written as JSON of type " + std::string(setting.Type());
     }
     m_HasPassword = m_HasPassword || setting.IsPassword();
     m_Attributes[setting.Name()] = std::move(*value);

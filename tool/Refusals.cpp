@@ -25,34 +25,36 @@ std::vector<std::string> Suggestions(const Answer& answer, const System& system)
     return NearestNames(answer.Name, names);
 }
 
-/** The message, with the setting's name before it when it does not tell it. */
-std::string Sentence(const Answer& answer)
+/**
+ * The message, with the setting's name before it when it is not in it.
+ *
+ * @param inAnyCase whether the name may be spelled in another way than the caller's
+ */
+std::string Sentence(const Answer& answer, bool inAnyCase)
 {
     const std::string& message = answer.Result.ErrorMsg();
-    const bool tells = message.find(answer.Name) != std::string::npos;
-    return ReplaceAll(tells ? message : answer.Name + ": " + message, ".\n", ". "); // some have two lines
+    const bool isNamed =
+        inAnyCase ? ContainsIgnoringCase(message, answer.Name) : message.find(answer.Name) != std::string::npos;
+    return ReplaceAll(isNamed ? message : answer.Name + ": " + message, ".\n", ". "); // some have two lines
+}
+
+/** "A, B, C". */
+std::string JoinNames(const std::vector<const Answer*>& answers)
+{
+    std::string names;
+    for (const Answer* answer : answers) {
+        names += (names.empty() ? "" : ", ") + answer->Name;
+    }
+    return names;
 }
 
 } // namespace
-
-std::string ReasonOf(const Answer& answer)
-{
-    std::string reason = answer.Result.ErrorMsg();
-    const std::string opening = "The operation on setting " + answer.Name + " fails since ";
-    if (reason.compare(0, opening.size(), opening) == 0) {
-        reason.erase(0, opening.size());
-    }
-    if (!reason.empty() && reason.back() == '.') {
-        reason.pop_back();
-    }
-    return reason;
-}
 
 void ComplainOfEach(const std::vector<Answer>& answers, const System& system, Output& output)
 {
     for (const Answer& answer : answers) {
         if (!answer.Ok()) {
-            output.Complain(Sentence(answer) + DidYouMean(Suggestions(answer, system)));
+            output.Complain(Sentence(answer, system.TellsRules()) + DidYouMean(Suggestions(answer, system)));
         }
     }
 }
@@ -63,26 +65,41 @@ void ComplainByReason(const std::vector<Answer>& answers, const char* what, Outp
     std::map<std::string, std::vector<const Answer*>> refused;
     for (const Answer& answer : answers) {
         if (!answer.Ok()) {
-            const std::string reason = ReasonOf(answer);
-            if (refused[reason].empty()) {
-                reasons.push_back(reason);
+            if (refused[answer.Reason].empty()) {
+                reasons.push_back(answer.Reason);
             }
-            refused[reason].push_back(&answer);
+            refused[answer.Reason].push_back(&answer);
         }
     }
     for (const std::string& reason : reasons) {
         const std::vector<const Answer*>& sharing = refused[reason];
         if (sharing.size() == 1) {
-            output.Complain(Sentence(*sharing.front()));
+            output.Complain(Sentence(*sharing.front(), false));
             continue;
         }
-        std::string line = Counted(sharing.size(), "setting") + " " + what + " (" + reason + ")";
-        const char* separator = ": ";
-        for (const Answer* answer : sharing) {
-            line += separator + answer->Name;
-            separator = ", ";
+        output.Complain(Counted(sharing.size(), "setting") + " " + what + " (" + reason + "): " + JoinNames(sharing));
+    }
+}
+
+void ComplainOfDoubts(const std::vector<Answer>& answers, Output& output)
+{
+    for (const ShownProperty& property : shownProperties) {
+        std::vector<const Answer*> doubtful;
+        std::string reason;
+        for (const Answer& answer : answers) {
+            const auto doubt = std::find_if(answer.Doubts.begin(), answer.Doubts.end(),
+                                            [&](const auto& one) { return one.first == property.Row; });
+            if (answer.Ok() && doubt != answer.Doubts.end()) {
+                doubtful.push_back(&answer);
+                reason = doubt->second;
+            }
         }
-        output.Complain(line);
+        if (doubtful.size() == 1) {
+            output.Complain("whether " + doubtful.front()->Name + " is " + property.Word + " is not known: " + reason);
+        } else if (!doubtful.empty()) {
+            output.Complain("whether " + Counted(doubtful.size(), "setting") + " are " + property.Word +
+                            " is not known: " + JoinNames(doubtful));
+        }
     }
 }
 

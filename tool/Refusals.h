@@ -11,9 +11,6 @@
 
 namespace RedfishConfigTool {
 
-/** The message of a failure without the setting's name and the full stop, where it has the usual form. */
-std::string ReasonOf(const Answer& answer);
-
 /** Complains about each answer that is a failure; a name that is not found gets the nearest ones. */
 void ComplainOfEach(const std::vector<Answer>& answers, const System& system, Output& output);
 
@@ -23,6 +20,9 @@ void ComplainOfEach(const std::vector<Answer>& answers, const System& system, Ou
  * @param what what became of them: "not answered"
  */
 void ComplainByReason(const std::vector<Answer>& answers, const char* what, Output& output);
+
+/** Complains about properties that may forbid what was prepared, but are not known to; a line for each property. */
+void ComplainOfDoubts(const std::vector<Answer>& answers, Output& output);
 
 /** The failures as JSON: "name", "code", "message", and "suggestions" for a name that is not found. */
 boost::json::array RefusalsToJson(const std::vector<Answer>& answers, const System& system);

@@ -1,5 +1,7 @@
 #include "SavedSystem.h"
 
+#include "Input.h"
+
 #include <array>
 #include <cstdint>
 #include <cstdlib>

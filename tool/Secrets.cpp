@@ -64,7 +64,7 @@ std::string Cover(std::string text, const std::string& piece)
     return text;
 }
 
-/** "CurrentValue " stands in adapted rules, where the value has a blank behind it too. */
+/** "CurrentValue " is that of adapted rules, where the value has a blank behind it too. */
 bool IsValueProperty(const std::string& property)
 {
     return property == "CurrentValue" || property == "DefaultValue" || property == "CurrentValue ";
@@ -72,17 +72,12 @@ bool IsValueProperty(const std::string& property)
 
 } // namespace
 
-bool IsPasswordType(const std::string& type)
+bool IsPasswordType(std::string_view type)
 {
     return EqualsIgnoringCase(type, "Password");
 }
 
 Secrets::Secrets(const json::value& registry, const RedfishConfig::SettingValueMap& values)
-{
-    Include(registry, values);
-}
-
-void Secrets::Include(const json::value& registry, const RedfishConfig::SettingValueMap& values)
 {
     const json::object& entries =
         ObjectMember(registry.is_object() ? registry.get_object() : noMembers, "RegistryEntries");
@@ -107,11 +102,6 @@ void Secrets::SortTexts()
         return left.size() != right.size() ? left.size() > right.size() : left < right;
     });
     m_Folded.erase(std::unique(m_Folded.begin(), m_Folded.end()), m_Folded.end());
-    for (const std::string& secret : m_Folded) {
-        const std::string written = json::serialize(json::string(secret));
-        m_Quoted.insert(secret);
-        m_Quoted.insert(written.substr(1, written.size() - 2));
-    }
 }
 
 void Secrets::AddText(const json::value* value)
@@ -176,17 +166,9 @@ void Secrets::AddTest(const std::string& property, const json::value* value)
     if (shown.empty()) {
         return;
     }
-    const auto withoutBlank = [](std::string text) {
-        text.erase(text.find_last_not_of(' ') + 1);
-        return text;
-    };
     for (const char* comparison : {"==", "!=", ">", ">=", "<", "<="}) {
         const std::string tested = "(" + asTold(property) + comparison;
         m_Tests.emplace_back(tested + shown + ")", tested + passwordMask + ")");
-        if (property.back() == ' ') { // of an adapted rule, which is told without the blanks
-            const std::string told = "(" + withoutBlank(asTold(property)) + comparison;
-            m_Tests.emplace_back(told + shown.substr(0, shown.size() - 1) + ")", told + passwordMask + ")");
-        }
     }
 }
 
@@ -196,25 +178,6 @@ std::string Secrets::ConcealInReason(std::string reason) const
         reason = ReplaceAll(std::move(reason), test, cover);
     }
     return reason;
-}
-
-std::string Secrets::ConcealInFinding(const std::string& text) const
-{
-    constexpr int marksTried = 16; // a password may have some in it
-    std::string covered;
-    std::size_t begin = 0; // of what is not taken over yet
-    for (std::size_t open = 0; (open = text.find('"', open)) != std::string::npos; ++open) {
-        std::size_t close = open;
-        for (int tried = 0; tried < marksTried && (close = text.find('"', close + 1)) != std::string::npos; ++tried) {
-            if (m_Quoted.count(Fold(text.substr(open + 1, close - open - 1))) > 0) {
-                covered += text.substr(begin, open + 1 - begin) + passwordMask;
-                begin = close;
-                open = close;
-                break;
-            }
-        }
-    }
-    return covered + text.substr(begin);
 }
 
 std::string Secrets::ConcealInTrace(const std::string& line) const

@@ -1,17 +1,18 @@
 #pragma once
 
-#include "Input.h"
-#include "Menus.h"
 #include "Secrets.h"
+#include "Setting.h"
+#include "Status.h"
 
-#include <RedfishConfig/RedfishConfigSettingManager.h>
+#include <RedfishConfig/RedfishConfigResult.h>
+#include <RedfishConfig/RedfishConfigSetting.h>
+#include <RedfishConfig/SettingValue.h>
 
 #include <boost/json/object.hpp>
 
 #include <cstddef>
-#include <functional>
+#include <cstdint>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -24,78 +25,95 @@ struct SystemOptions {
     bool IncludeProtected = false; ///< settings that the registry itself hides are answered too
 };
 
-/** A setting as the registry describes it. */
-struct Setting {
-    /** The record, its current value applied. The values of a password are taken out of it. */
-    RedfishConfig::RedfishConfigSettingInfoStru Record;
-    const Menu* InMenu = nullptr; ///< the root when the registry names no menu
-    std::size_t Position = 0;     ///< in the registry
+/** A question that is answered with a text. */
+enum class Question : std::uint8_t { Value, Default, Choices, Description };
 
-    const std::string& Name() const { return *Record.AttributeName; }
-    bool IsPassword() const { return IsPasswordType(*Record.Type); }
-};
+/** Whether reasons and messages are wanted too, which take longer than the verdicts. */
+enum class Detail : std::uint8_t { Verdicts, Reasons };
 
-/** What the library says to a question about one setting. */
+/** What a system says to a question about one setting. */
 struct Answer {
     std::string Name;                          ///< as the caller wrote it, or the registry for all settings
     const Setting* Subject = nullptr;          ///< null when the registry has no such setting
     RedfishConfig::RedfishConfigResult Result; ///< with a message in any case of failure
+    std::string Reason;                        ///< of a failure: the same without a subject, for a list of settings
     std::string Text;                          ///< the answer, the mask for a password
+    RedfishConfig::SettingValue Held;          ///< the value or default that Text tells; none for a password
     bool Concealed = false;                    ///< whether Text is the mask
+
+    /** Properties that would refuse a change, but are not true as far as is known; with reasons. */
+    std::vector<std::pair<StatusRow, std::string>> Doubts;
 
     bool Ok() const { return Result == RedfishConfig::RESULT_SUCCEED; }
 };
 
-/** A question that the library answers with a text: how it is asked for one setting, and for all. */
-struct Question {
-    RedfishConfig::RedfishConfigResult (RedfishConfig::RedfishConfigSettingManager::*One)(const std::string&,
-                                                                                          std::string&);
-    RedfishConfig::RedfishConfigResult (RedfishConfig::RedfishConfigSettingManager::*All)(
-        std::map<std::string, std::string>&);
-    bool TellsValue; ///< whether the answer is a value, and so to be concealed for a password
+/** What restoring saved values comes to. */
+struct Restored {
+    struct Refusal {
+        std::string Reason;
+        bool IsFiltered = false; ///< the setting takes no part in a restore; else its value is refused
+    };
+    std::map<std::string, std::string> PatchTexts; ///< by the settings' own names
+    std::map<std::string, Refusal> Refused;        ///< by the names as saved
+    std::vector<Answer> Doubtful;                  ///< those of PatchTexts that have Doubts
 };
 
-extern const Question askValue;
-extern const Question askDefault;
-extern const Question askChoices;
-extern const Question askDescription;
-
 /**
- * The settings of one system: the library's manager with every setting generated, so that every rule counts, and what
- * only the registry's document tells, the menus and the order.
+ * The settings of one system, as every command sees them: their order and menus, and the answers to questions about
+ * them. Which settings take part in what is for a filterAction to say.
  */
 class System {
 public:
-    /** @throws InputError when the library cannot read the registry. */
-    System(RegistryInput registry, RedfishConfig::SettingValueMap values, const SystemOptions& options,
-           Secrets& secrets);
+    System(const SystemOptions& options, Secrets& secrets, const std::vector<MenuDescription>& menus)
+        : m_Options(options), m_Secrets(secrets), m_Menus(menus)
+    {
+    }
+    virtual ~System() = default;
+    System(const System&) = delete;
+    System& operator=(const System&) = delete;
 
     /** All settings: in menu order where the registry describes menus, else as the registry has them. */
     const std::vector<Setting>& Settings() const { return m_Settings; }
+    const MenuTree& Menus() const { return m_Menus; }
+    const SystemOptions& Options() const { return m_Options; }
 
     /** The setting of that name in any letter case, or null. */
-    const Setting* Find(const std::string& name) const;
+    virtual const Setting* Find(const std::string& name) const = 0;
 
-    Answer Ask(const Question& question, const std::string& name);
+    virtual Answer Ask(Question question, const std::string& name) = 0;
 
     /** The answers for Settings(), in the same order. */
-    std::vector<Answer> AskAll(const Question& question);
+    virtual std::vector<Answer> AskAll(Question question, Detail detail) = 0;
 
-    /** The PATCH value text for a new value. A password stands in no message. */
-    Answer PreparePatch(const std::string& name, const std::string& value, RedfishConfig::filterAction action);
+    /** The PATCH value text for a new value. A password is in no message. */
+    virtual Answer PreparePatch(const std::string& name, const std::string& value,
+                                RedfishConfig::filterAction action) = 0;
 
     /** The PATCH value text that sets a setting back to its default. */
-    Answer PrepareDefault(const std::string& name);
+    virtual Answer PrepareDefault(const std::string& name) = 0;
 
-    /** The plain values worth saving, by name; which settings take part is for @p action to say. */
-    std::map<std::string, std::string> SaveValues(RedfishConfig::filterAction action);
+    /** The plain values worth saving, by name. */
+    virtual std::map<std::string, std::string> SaveValues(RedfishConfig::filterAction action) = 0;
 
-    /** What restoring a saved value comes to. */
-    struct Restored {
-        std::map<std::string, std::string> PatchTexts; ///< by the settings' own names
-        std::map<std::string, std::string> Errors;     ///< why not, by the names as saved
-    };
-    Restored Restore(std::map<std::string, std::string> saved, bool withSystemUnique);
+    virtual Restored Restore(const std::map<std::string, std::string>& saved, bool withSystemUnique) = 0;
+
+    /** The dynamic properties of a setting of Settings(). */
+    virtual SettingStatus StatusOf(const Setting& setting) = 0;
+
+    /** The dynamic properties of Settings(), in the same order. */
+    virtual std::vector<SettingStatus> AllStatus(Detail detail) = 0;
+
+    /** Menus to sub-menus: the second piece of the menu paths to the third ones, in the order of the registry. */
+    virtual std::map<std::string, std::vector<std::string>> Groups() = 0;
+
+    /** The registry's own "Id", "Language" and "RegistryVersion", those that it has. */
+    virtual boost::json::object Identity() const = 0;
+
+    /** Why the value of a password is not answered. */
+    virtual std::string PasswordRefusal(const std::string& name) const = 0;
+
+    /** Whether a status tells its certainty and its rules. */
+    virtual bool TellsRules() const = 0;
 
     /** Keeps a password that somebody wants to set out of everything that is printed. */
     void KeepSecret(const std::string& password) { m_Secrets.Add(password); }
@@ -103,39 +121,27 @@ public:
     /** Whether anything was asked about a setting so far; about a name that is none too. */
     bool IsAsked(const std::string& name) const { return m_AllAsked || m_Asked.count(name) > 0; }
 
-    /** The registry's own "Id", "Language" and "RegistryVersion", those that it has. */
-    const boost::json::object& Identity() const { return m_Identity; }
+protected:
+    Secrets& KnownSecrets() const { return m_Secrets; }
+    void NoteAsked(const std::string& name) { m_Asked.insert(name); }
+    void NoteAllAsked() { m_AllAsked = true; }
 
-    /** The dynamic properties of a setting of Settings(). */
-    RedfishConfig::SettingStatus StatusOf(const Setting& setting);
-
-    /** The dynamic properties of Settings(), in the same order. */
-    std::vector<RedfishConfig::SettingStatus> AllStatus();
-
-    /** The library's own list of menus and their sub-menus. */
-    std::map<std::string, std::vector<std::string>> Groups();
-
-    const MenuTree& Menus() const { return m_Menus; }
-    const SystemOptions& Options() const { return m_Options; }
+    /** Takes the settings, which are in the registry's order, and brings them into that of the menus. */
+    void Arrange(std::vector<Setting> settings);
 
 private:
-    void SortSettings(const boost::json::value& registry);
-    std::string TellReason(std::string reason) const;
-    void Complete(const Question& question, Answer& answer) const;
-    Answer AnswerAbout(const std::string& name);
-    void ConcealNewValue(Answer& answer, const std::string& value) const;
-    RedfishConfig::SettingStatus Conceal(RedfishConfig::SettingStatus status) const;
-
     SystemOptions m_Options;
     Secrets& m_Secrets;
-    boost::json::object m_Identity;
     MenuTree m_Menus;
-    bool m_IsAdapted;
-    RedfishConfig::RedfishConfigSettingManager m_Manager;
     std::vector<Setting> m_Settings;
-    std::map<std::string, std::size_t, RedfishConfig::CaseInsensitiveComparator> m_Index; // name to place in m_Settings
     std::set<std::string, RedfishConfig::CaseInsensitiveComparator> m_Asked;
     bool m_AllAsked = false;
 };
+
+/** An answer that is the refusal of a question. */
+Answer Refusal(const std::string& name, const Setting* subject, int code, std::string message, std::string reason);
+
+/** A result that says what its code means where it has no message. */
+RedfishConfig::RedfishConfigResult WithMessage(RedfishConfig::RedfishConfigResult result);
 
 } // namespace RedfishConfigTool

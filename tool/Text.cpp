@@ -113,6 +113,9 @@ std::string HexDigits(char32_t code, std::size_t digits)
 
 std::string Escape(std::string_view text)
 {
+    if (std::all_of(text.begin(), text.end(), [](char byte) { return byte >= ' ' && byte <= '~'; })) {
+        return std::string(text); // nearly every text
+    }
     std::string escaped;
     escaped.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cstdint>
+#include <string_view>
 
 namespace RedfishConfigTool {
 
@@ -37,7 +38,7 @@ std::optional<std::int64_t> Integer(const std::string& text)
 
 std::optional<json::value> TypedValue(const Setting& setting, const std::string& text)
 {
-    const std::string& type = *setting.Record.Type;
+    const std::string_view type = setting.Type();
     if (EqualsIgnoringCase(type, "Integer")) {
         const std::optional<std::int64_t> number = Integer(text);
         return number ? std::optional<json::value>(*number) : std::nullopt;

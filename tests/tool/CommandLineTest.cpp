@@ -159,7 +159,7 @@ TEST(CommandLine, ComplaintsComeAfterTheAnswers)
 
 TEST(CommandLine, TheLogIsOffAfterwards)
 {
-    EXPECT_NE(Tool({"get", "BootMode", "--trace", "4"}, SmallSystem()).Err, "");
+    EXPECT_NE(Tool({"set", "BootMode=Legacy", "--trace", "4"}, SmallSystem()).Err, "");
     EXPECT_EQ(Tool({"get", "BootMode"}, SmallSystem()).Err, "");
 }
 

@@ -173,8 +173,8 @@ TEST(List, JsonHasEveryFact)
     EXPECT_EQ(settings[2].at("value"), nullptr) << "hidden";
     EXPECT_EQ(settings[2].at("menu"), nullptr);
     EXPECT_EQ(settings[2].at("status").at("hidden").at("value"), true);
-    EXPECT_EQ(settings[2].at("status").at("hidden").at("reason"),
-              "the setting is hidden due to the following expression: ((Cores==16))");
+    EXPECT_EQ(settings[2].at("status").at("hidden").at("reason"), "hidden because Cores is 16 (rule 0)");
+    EXPECT_EQ(settings[2].at("status").at("hidden").at("rules"), boost::json::array{0});
     EXPECT_EQ(settings[4].at("value"), nullptr) << "a password";
     EXPECT_EQ(settings[4].at("default"), nullptr);
 }
@@ -193,9 +193,9 @@ TEST(Get, AnswersTheRestWhenSomethingIsRefused)
     const Outcome outcome = Ask(system, RunGet, {{"Guarded", "Cores", "Key", "BootMod"}, false});
     EXPECT_EQ(outcome.Code, ExitCode::Refused);
     EXPECT_EQ(outcome.Answers, "Cores=16\n");
-    EXPECT_EQ(outcome.Complaints, (Complaints{"The operation on setting Guarded fails since the setting is protected.",
-                                              "The operation on setting Key fails since a password is never shown.",
-                                              "Unable to find the setting BootMod. Did you mean BootMode?"}));
+    EXPECT_EQ(outcome.Complaints,
+              (Complaints{"Guarded is marked hidden by the controller.", "Key is a password, which is never shown.",
+                          "Unable to find the setting BootMod. Did you mean BootMode?"}));
 }
 
 TEST(Get, OfAllComplainsOnceForEachReason)
@@ -205,9 +205,9 @@ TEST(Get, OfAllComplainsOnceForEachReason)
     registry.Attribute("B", "String");
     registry.Attribute("C", "String", {{"WriteOnly", true}});
     TestSystem system(registry);
-    EXPECT_EQ(Ask(system, RunGet, {{}, true}).Complaints,
-              (Complaints{"2 settings not answered (the setting is write only): A, C",
-                          "The operation on setting B fails since it has no current value."}));
+    EXPECT_EQ(
+        Ask(system, RunGet, {{}, true}).Complaints,
+        (Complaints{"2 settings not answered (marked write-only by the controller): A, C", "B has no current value."}));
 }
 
 TEST(Get, JsonKeepsTheKindOfAValue)
@@ -229,17 +229,17 @@ TEST(Get, JsonTellsWhatIsRefused)
     TestSystem system(Small());
     EXPECT_EQ(Ask(system, RunGet, {{"Key", "Coress"}, false}, AsJson()).Json(), boost::json::parse(R"({"values": {},
         "refused": [
-            {"name": "Key", "code": 19, "message": "The operation on setting Key fails since a password is never shown."},
+            {"name": "Key", "code": 19, "message": "Key is a password, which is never shown."},
             {"name": "Coress", "code": 20, "message": "Unable to find the setting Coress.", "suggestions": ["Cores"]}]})"));
 }
 
-TEST(Defaults, AreAnsweredAsTheLibraryHasThem)
+TEST(Defaults, AreAnsweredOfHiddenSettingsToo)
 {
     TestSystem system(Small());
     const Outcome outcome = Ask(system, RunDefaults, {{"BootMode", "Cores", "Key", "Ghost"}, false});
     EXPECT_EQ(outcome.Answers, "BootMode=Legacy\nCores=16\n");
-    EXPECT_EQ(outcome.Complaints, (Complaints{"The operation on setting Key fails since a password is never shown.",
-                                              "The operation on setting Ghost fails since it has no default value."}));
+    EXPECT_EQ(outcome.Complaints,
+              (Complaints{"Key is a password, which is never shown.", "Ghost has no default value."}));
     EXPECT_EQ(Ask(system, RunDefaults, {{"Cores"}, false}, AsJson()).Json().at("defaults").at("Cores"), 16);
 }
 
@@ -250,7 +250,7 @@ TEST(Choices, FurtherLinesAreIndented)
               "BootMode: <Legacy>=Uefi\n"
               "    [Uefi] : UEFI\n"
               "Ghost: true=false\n"
-              "    The setting is hidden due to the following expression: ((Cores==16))\n"
+              "    Hidden because Cores is 16 (rule 0)\n"
               "Cores: Integer default=16\n");
     EXPECT_EQ(Ask(system, RunChoices, {{"BootMode"}, false}, AsJson()).Json().at("choices").at("BootMode"),
               "<Legacy>=Uefi\n\t[Uefi] : UEFI");
@@ -326,6 +326,65 @@ TEST(Groups, AnEmptyRegistryIsAnEmptyTree)
     EXPECT_EQ(outcome.Code, ExitCode::Answered);
     EXPECT_EQ(List(system, {}).Answers, "");
     EXPECT_EQ(Ask(system, RunGet, {{}, true}).Code, ExitCode::Answered);
+}
+
+/** So many settings whose rules read a setting that the library's form cannot tell from another. */
+Documents Undecidable(int count)
+{
+    RegistryBuilder registry;
+    registry.Attribute("BootMode", "String", {{"CurrentValue", "Uefi"}});
+    registry.Attribute("OneTimeBootMode", "String", {{"CurrentValue", "Off"}});
+    for (int number = 1; number <= count; ++number) {
+        const std::string name = "S" + std::to_string(number);
+        registry.Attribute(name, "Boolean");
+        registry.Rule(name, "ReadOnly", true, {Term{"OneTimeBootMode", "EQU", "Off"}});
+    }
+    return DocumentsFrom(registry.Json(), {});
+}
+
+TEST(Adapt, NamesTheFirstFlagsThatItCannotDecide)
+{
+    const std::pair<int, Complaints> cases[] = {
+        {0, {}},
+        {1, {"registry.json: 1 flag cannot be decided in the library's form and is true in it: S1.ReadOnly"}},
+        {8,
+         {"registry.json: 8 flags cannot be decided in the library's form and are true in it: S1.ReadOnly, "
+          "S2.ReadOnly, "
+          "S3.ReadOnly, S4.ReadOnly, S5.ReadOnly, S6.ReadOnly, S7.ReadOnly, S8.ReadOnly"}},
+        {9,
+         {"registry.json: 9 flags cannot be decided in the library's form and are true in it: S1.ReadOnly, "
+          "S2.ReadOnly, "
+          "S3.ReadOnly, S4.ReadOnly, S5.ReadOnly, S6.ReadOnly, S7.ReadOnly, S8.ReadOnly and 1 more"}},
+    };
+    for (const auto& [count, complaints] : cases) {
+        std::ostringstream answers;
+        Output output(answers, {});
+        EXPECT_EQ(RunAdapt(Undecidable(count), {}, output), ExitCode::Answered);
+        EXPECT_EQ(output.Complaints(), complaints);
+    }
+}
+
+TEST(Adapt, APasswordInTheRegistryIsNotWrittenToATerminal)
+{
+    RegistryBuilder compared;
+    compared.Attribute("Key", "Password").Attribute("A", "Boolean");
+    compared.Rule("A", "ReadOnly", true, {Term{"Key", "EQU", "hunter2"}});
+    RegistryBuilder none;
+    none.Attribute("Key", "Password").Attribute("A", "Boolean", {{"CurrentValue", true}});
+    const std::pair<RegistryBuilder, ExitCode> cases[] = {
+        {RegistryBuilder().Attribute("Key", "Password", {{"CurrentValue", "hunter2"}}), ExitCode::Refused},
+        {RegistryBuilder().Attribute("Key", "Password", {{"DefaultValue", "hunter2"}}), ExitCode::Refused},
+        {compared, ExitCode::Refused},
+        {none, ExitCode::Answered},
+    };
+    Presentation terminal;
+    terminal.Terminal = true;
+    for (const auto& [registry, code] : cases) {
+        std::ostringstream answers;
+        Output output(answers, terminal);
+        EXPECT_EQ(RunAdapt(DocumentsFrom(registry.Json(), {}), {}, output), code);
+        EXPECT_EQ(answers.str().empty(), code == ExitCode::Refused);
+    }
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "Menus.h"
+#include "MenuDescriptions.h"
 
 #include <boost/json/parse.hpp>
 
@@ -13,7 +14,7 @@ using namespace RedfishConfigTool;
 
 MenuTree TreeFrom(const std::string& menus)
 {
-    return MenuTree(boost::json::parse(R"({"RegistryEntries": {"Menus": )" + menus + "}}"));
+    return MenuTree(MenusIn(boost::json::parse(R"({"RegistryEntries": {"Menus": )" + menus + "}}")));
 }
 
 /** The titles of the whole tree in order, two blanks a level. */
@@ -113,8 +114,27 @@ TEST(MenuTree, WhatIsNoMenuIsPassedOver)
     EXPECT_TRUE(tree.GivesOrder());
     EXPECT_EQ(tree.Place("./A").Title(), "A");
     EXPECT_FALSE(TreeFrom("{}").GivesOrder());
-    EXPECT_FALSE(MenuTree(boost::json::value(nullptr)).GivesOrder());
-    EXPECT_FALSE(MenuTree(boost::json::parse(R"({"RegistryEntries": []})")).GivesOrder());
+    EXPECT_TRUE(MenusIn(boost::json::value(nullptr)).empty());
+    EXPECT_TRUE(MenusIn(boost::json::parse(R"({"RegistryEntries": []})")).empty());
+}
+
+TEST(MenusIn, AModelHasTheMenusOfItsDocument)
+{
+    const std::string text = R"({"RegistryEntries": {"Attributes": [], "Menus": [
+        {"MenuName": "B", "DisplayName": "Boot", "MenuPath": "./B", "DisplayOrder": 2},
+        {"MenuName": "A", "MenuPath": "./"}]}})";
+    const std::vector<MenuDescription> published = MenusIn(boost::json::parse(text));
+    const auto model = RedfishConfig::Client::Model::Read(RedfishConfig::Client::ReadRegistryDocument(text));
+    const std::vector<MenuDescription> understood = MenusIn(*model);
+    ASSERT_EQ(published.size(), 2U);
+    ASSERT_EQ(understood.size(), 2U);
+    for (std::size_t place = 0; place < published.size(); ++place) {
+        EXPECT_EQ(published[place].Name, understood[place].Name);
+        EXPECT_EQ(published[place].DisplayName, understood[place].DisplayName);
+        EXPECT_EQ(published[place].MenuPath, understood[place].MenuPath);
+        EXPECT_EQ(published[place].DisplayOrder, understood[place].DisplayOrder);
+        EXPECT_EQ(published[place].Position, understood[place].Position);
+    }
 }
 
 TEST(MenuTree, ADeepPathIsCut)

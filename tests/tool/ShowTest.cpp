@@ -62,10 +62,10 @@ TEST(Show, EverythingIsKnown)
                                               "                  B\n"
                                               "  Hidden          no\n"
                                               "  Grayed out      no\n"
-                                              "  Read-only       yes: the setting is read only.\n"
+                                              "  Read-only       yes: marked read-only by the controller\n"
                                               "  Write-only      no\n"
                                               "  Protected       no\n"
-                                              "  Immutable       yes: the setting is immutable.\n"
+                                              "  Immutable       yes: marked immutable by the controller\n"
                                               "  System-unique   no\n"
                                               "  Reset needed    yes\n"
                                               "  Warning         Careful.\n"
@@ -76,9 +76,9 @@ TEST(Show, AProtectedSettingKeepsItsValues)
 {
     RegistryBuilder registry;
     registry.Attribute("A", "String", {{"Hidden", true}, {"CurrentValue", "x"}, {"ValueExpression", "y"}});
-    const std::string closed = "  Value           - (the setting is protected)\n"
-                               "  Default         - (the setting is protected)\n"
-                               "  Valid values    - (the setting is protected)\n";
+    const std::string closed = "  Value           - (marked hidden by the controller)\n"
+                               "  Default         - (marked hidden by the controller)\n"
+                               "  Valid values    - (marked hidden by the controller)\n";
     const std::string open = "  Value           x\n"
                              "  Default         - (it has no default value)\n"
                              "  Valid values    a text of any length\n"
@@ -133,7 +133,7 @@ TEST(Show, JsonHasEveryFact)
     setting.as_object().erase("status");
     EXPECT_EQ(setting, boost::json::parse(R"({"name": "A", "displayName": "The A", "type": "Integer", "menu": "./M",
         "menuTitles": ["M"], "value": 5, "default": null, "choices": "Integer ", "resetRequired": true, "warning": null,
-        "help": null, "refusals": {"default": "The operation on setting A fails since it has no default value."}})"));
+        "help": null, "refusals": {"default": "A has no default value."}})"));
     EXPECT_EQ(answer.at("refused"), boost::json::array());
 }
 

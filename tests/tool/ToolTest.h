@@ -1,6 +1,7 @@
 #pragma once
 
-#include "System.h"
+#include "CoreSystem.h"
+#include "ModelSystem.h"
 
 #include "ExitCode.h"
 #include "Output.h"
@@ -38,9 +39,23 @@ struct Outcome {
     boost::json::value Json() const { return boost::json::parse(Answers); }
 };
 
-inline RegistryInput InputFrom(const boost::json::value& registry)
+/** Runs a command: @p run is called with the system and the output. */
+template <class Run>
+Outcome RunOn(System& system, Run run, const Presentation& presentation)
 {
-    return {"registry.json", boost::json::serialize(registry), registry};
+    std::ostringstream answers;
+    Output output(answers, presentation);
+    const ExitCode code = run(system, output);
+    return {code, answers.str(), output.Complaints()};
+}
+
+inline Documents DocumentsFrom(const boost::json::value& registry, const RedfishConfig::SettingValueMap& values)
+{
+    namespace Client = RedfishConfig::Client;
+    Client::ValuesDocument published;
+    published.Values = values;
+    return Understand({"registry.json", "", ""}, Client::ReadRegistryDocument(boost::json::serialize(registry)),
+                      std::move(published), nullptr);
 }
 
 /** A system from a registry, with what it needs kept alive. */
@@ -48,7 +63,7 @@ class TestSystem {
 public:
     explicit TestSystem(const boost::json::value& registry, const SystemOptions& options = {},
                         const RedfishConfig::SettingValueMap& values = {})
-        : m_Secrets(registry, values), m_System(InputFrom(registry), values, options, m_Secrets)
+        : m_Documents(DocumentsFrom(registry, values)), m_System(m_Documents, options, m_Secrets)
     {
     }
     explicit TestSystem(const RegistryBuilder& registry, const SystemOptions& options = {},
@@ -57,22 +72,48 @@ public:
     {
     }
 
-    System& operator*() { return m_System; }
-    System* operator->() { return &m_System; }
+    ModelSystem& operator*() { return m_System; }
+    ModelSystem* operator->() { return &m_System; }
 
-    /** Runs a command: @p run is called with the system and the output. */
     template <class Run>
     Outcome Do(Run run, const Presentation& presentation = {})
     {
-        std::ostringstream answers;
-        Output output(answers, presentation);
-        const ExitCode code = run(m_System, output);
-        return {code, answers.str(), output.Complaints()};
+        return RunOn(m_System, run, presentation);
+    }
+
+private:
+    Documents m_Documents;
+    Secrets m_Secrets;
+    ModelSystem m_System;
+};
+
+/** The same with the documents as published. */
+class PublishedTestSystem {
+public:
+    explicit PublishedTestSystem(const boost::json::value& registry, const SystemOptions& options = {},
+                                 const RedfishConfig::SettingValueMap& values = {})
+        : m_Secrets(registry, values),
+          m_System({"registry.json", boost::json::serialize(registry), registry}, values, options, m_Secrets)
+    {
+    }
+    explicit PublishedTestSystem(const RegistryBuilder& registry, const SystemOptions& options = {},
+                                 const RedfishConfig::SettingValueMap& values = {})
+        : PublishedTestSystem(registry.Json(), options, values)
+    {
+    }
+
+    CoreSystem& operator*() { return m_System; }
+    CoreSystem* operator->() { return &m_System; }
+
+    template <class Run>
+    Outcome Do(Run run, const Presentation& presentation = {})
+    {
+        return RunOn(m_System, run, presentation);
     }
 
 private:
     Secrets m_Secrets;
-    System m_System;
+    CoreSystem m_System;
 };
 
 inline Presentation AsJson()

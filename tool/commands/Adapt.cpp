@@ -6,24 +6,80 @@
 
 #include <CLI/App.hpp>
 
+#include <algorithm>
 #include <memory>
 #include <string>
+#include <variant>
 
 namespace RedfishConfigTool {
+
+namespace Client = RedfishConfig::Client;
+
+namespace {
+
+bool IsSecret(const Client::Value& value)
+{
+    return std::holds_alternative<Client::Secret>(value);
+}
+
+bool HasSecret(const Client::Condition& condition)
+{
+    return (condition.What == Client::Condition::Kind::Test && IsSecret(condition.Asked.Operand)) ||
+           std::any_of(condition.Parts.begin(), condition.Parts.end(), HasSecret);
+}
+
+/** Whether a password is in the registry: a value of one, or what a rule compares one with or makes of it. */
+bool HasPassword(const Client::SystemValues& values)
+{
+    const Client::Model& model = values.Of();
+    for (std::size_t attribute = 0; attribute < model.Attributes().size(); ++attribute) {
+        if (IsSecret(values.ValueOf(attribute)) || IsSecret(model.Attributes()[attribute].CurrentValue) ||
+            IsSecret(model.Attributes()[attribute].DefaultValue)) {
+            return true;
+        }
+    }
+    return std::any_of(model.Rules().begin(), model.Rules().end(), [](const Client::Rule& rule) {
+        const auto* const outcome = std::get_if<Client::Value>(&rule.Outcome);
+        return (outcome != nullptr && IsSecret(*outcome)) || HasSecret(rule.When);
+    });
+}
+
+/** Complains about what the adapted registry answers by a safeguard instead of its rules. */
+void ComplainOfUndecided(const std::string& file, const std::vector<Client::UndecidedFlag>& undecided, Output& output)
+{
+    constexpr std::size_t mostNamed = 8;
+    if (undecided.empty()) {
+        return;
+    }
+    std::string names;
+    for (std::size_t place = 0; place < std::min(undecided.size(), mostNamed); ++place) {
+        names += (names.empty() ? "" : ", ") + undecided[place].Setting + "." +
+                 std::string(Client::Name(undecided[place].Flag));
+    }
+    const std::string rest =
+        undecided.size() > mostNamed ? " and " + std::to_string(undecided.size() - mostNamed) + " more" : "";
+    output.Complain(file + ": " + Counted(undecided.size(), "flag") + " cannot be decided in the library's form and " +
+                    (undecided.size() == 1 ? "is" : "are") + " true in it: " + names + rest);
+}
+
+} // namespace
 
 ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Output& output)
 {
     const auto everything = [](const std::string& /*name*/) { return true; };
-    const std::string summary = Summary(documents.RegistryFile, DoubtsAbout(documents), everything);
+    const std::string& file = documents.Files.Registry;
+    const std::string summary = Summary(file, DoubtsAbout(documents), everything);
     if (!summary.empty()) {
         output.Complain(summary);
     }
     const bool isToStdout = options.File.empty() || options.File == "-";
-    if (isToStdout && output.Terminal() && Secrets(documents.Document, {}).KnowsAny()) {
+    if (isToStdout && output.Terminal() && HasPassword(documents.Values)) {
         output.Complain("the registry carries a password, which no screen shows: redirect the output");
         return ExitCode::Refused;
     }
-    const std::string text = JsonText(documents.Document) + "\n";
+    const Client::Adaptation adapted = Client::Adapt(documents.Values);
+    ComplainOfUndecided(file, adapted.Undecided, output);
+    const std::string text = JsonText(ParseJson(file, adapted.RegistryText)) + "\n";
     if (isToStdout) {
         output.Answers() << text;
         return ExitCode::Answered;
@@ -34,10 +90,8 @@ ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Outpu
         output.Complain(error.what());
         return ExitCode::Unreadable;
     }
-    const std::size_t rules = documents.Adapted.PublishedRule.size();
-    const std::size_t settings = documents.Adapted.PublishedAttribute.size();
-    output.Complain(options.File + ": " + Counted(settings, "attribute") + " and " + Counted(rules, "rule") +
-                    " written");
+    output.Complain(options.File + ": " + Counted(adapted.PublishedAttribute.size(), "attribute") + " and " +
+                    Counted(adapted.PublishedRule.size(), "rule") + " written");
     return ExitCode::Answered;
 }
 

@@ -18,7 +18,7 @@ constexpr std::string_view lineBreak = "\n\t";
 /** The answer with the registry's own line feeds escaped, so that those of the library stand out. */
 std::string EscapeRegistryTexts(const Answer& answer)
 {
-    const auto& record = answer.Subject->Record;
+    const auto& record = answer.Subject->Record();
     std::string text = answer.Text;
     const auto escape = [&text](const std::string& foreign) {
         if (foreign.find('\n') != std::string::npos) {
@@ -51,7 +51,7 @@ void Print(const Answer& answer, bool /*isFirst*/, Output& output)
 
 ExitCode RunChoices(System& system, const Selection& selection, Output& output)
 {
-    return RunQuestion(system, selection, {askChoices, "choices", Print, TextToJson}, output);
+    return RunQuestion(system, selection, {Question::Choices, "choices", Print, TextToJson}, output);
 }
 
 Runner AttachChoices(CLI::App& command)

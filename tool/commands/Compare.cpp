@@ -27,15 +27,15 @@ struct Difference {
 };
 
 /** Why a value of this system may not be shown beside another. */
-const char* WhyNotShown(const Setting& setting, const RedfishConfig::SettingStatus& status, const System& system)
+const char* WhyNotShown(const Setting& setting, const SettingStatus& status, const System& system)
 {
     if (setting.IsPassword()) {
         return "a password";
     }
-    if (status.WriteOnly.Value) {
+    if (status.Is(StatusRow::WriteOnly)) {
         return "write only";
     }
-    return status.Protected.Value && !system.Options().IncludeProtected ? "protected" : nullptr;
+    return status.Is(StatusRow::Protected) && !system.Options().IncludeProtected ? "protected" : nullptr;
 }
 
 struct Comparison {
@@ -56,7 +56,7 @@ Comparison Compare(const std::vector<Assignment>& values, System& system)
             comparison.NotCompared.push_back({value.Name, reason});
             continue;
         }
-        const auto& current = setting->Record.CurrentValue;
+        const auto& current = setting->Record().CurrentValue;
         const std::optional<std::string> here = current ? std::optional(PlainText(*current)) : std::nullopt;
         const bool bothThere = value.Value && here;
         if (bothThere ? !IsSameValue(*setting, *value.Value, *here) : value.Value.has_value() != here.has_value()) {

@@ -6,10 +6,7 @@ namespace RedfishConfigTool {
 
 ExitCode RunDefaults(System& system, const Selection& selection, Output& output)
 {
-    const auto toJson = [](const Answer& answer, const SystemOptions& options) {
-        return ValueToJson(answer, answer.Subject->Record.DefaultValue, options);
-    };
-    return RunQuestion(system, selection, {askDefault, "defaults", PrintAssignment, toJson}, output);
+    return RunQuestion(system, selection, {Question::Default, "defaults", PrintAssignment, ValueToJson}, output);
 }
 
 Runner AttachDefaults(CLI::App& command)

@@ -15,7 +15,7 @@ void Print(const Answer& answer, bool isFirst, Output& output)
 {
     output.Answers() << (isFirst ? "" : "\n") << output.Paint().Heading(Escape(answer.Subject->Name()) + ":") << '\n';
     const std::size_t width = output.Width() > 2 * indentation ? output.Width() - indentation : indentation;
-    const auto& record = answer.Subject->Record;
+    const auto& record = answer.Subject->Record();
     const std::string& title =
         record.DisplayName && !record.DisplayName->empty() ? *record.DisplayName : answer.Subject->Name();
     for (const std::string& line : Wrap(ReplaceAll(answer.Text, title, Escape(title)), width)) {
@@ -27,7 +27,7 @@ void Print(const Answer& answer, bool isFirst, Output& output)
 
 ExitCode RunDescribe(System& system, const Selection& selection, Output& output)
 {
-    return RunQuestion(system, selection, {askDescription, "descriptions", Print, TextToJson}, output);
+    return RunQuestion(system, selection, {Question::Description, "descriptions", Print, TextToJson}, output);
 }
 
 Runner AttachDescribe(CLI::App& command)

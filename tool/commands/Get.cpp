@@ -6,10 +6,7 @@ namespace RedfishConfigTool {
 
 ExitCode RunGet(System& system, const Selection& selection, Output& output)
 {
-    const auto toJson = [](const Answer& answer, const SystemOptions& options) {
-        return ValueToJson(answer, answer.Subject->Record.CurrentValue, options);
-    };
-    return RunQuestion(system, selection, {askValue, "values", PrintAssignment, toJson}, output);
+    return RunQuestion(system, selection, {Question::Value, "values", PrintAssignment, ValueToJson}, output);
 }
 
 Runner AttachGet(CLI::App& command)

@@ -26,20 +26,20 @@ namespace {
 
 constexpr std::size_t narrowestText = 20;
 
-/** All findings, without a password in them: the gravest first, then by kind, then as they were found. */
+void Append(std::vector<Finding> further, std::vector<Finding>& findings)
+{
+    std::move(further.begin(), further.end(), std::back_inserter(findings));
+}
+
+/** All findings: the gravest first, then by kind, then as they were found. */
 std::vector<Finding> CollectFindings(const Documents& documents)
 {
-    std::vector<Finding> findings = documents.Adapted.Findings;
-    std::vector<Finding> further = Client::Analyse(documents.Registry, documents.Adapted);
-    std::move(further.begin(), further.end(), std::back_inserter(findings));
+    std::vector<Finding> findings = FindingsOf(documents);
+    Append(Client::LintRegistry(documents.Model()), findings);
+    Append(Client::LintValues(documents.Evaluated, documents.Values), findings);
     std::stable_sort(findings.begin(), findings.end(), [](const Finding& left, const Finding& right) {
         return std::tie(right.Level, left.Kind) < std::tie(left.Level, right.Kind);
     });
-    const Secrets secrets = SecretsOf(documents);
-    for (Finding& finding : findings) {
-        finding.Found = secrets.ConcealInFinding(finding.Found);
-        finding.Done = secrets.ConcealInFinding(finding.Done);
-    }
     return findings;
 }
 
@@ -51,9 +51,9 @@ bool IsOfOneGroup(const Finding& left, const Finding& right)
 void PrintFinding(const Finding& finding, Output& output)
 {
     constexpr std::size_t indentation = 4;
-    output.Answers() << "  " << Client::Word(finding.In) << ' ' << Escape(finding.Place) << '\n';
+    output.Answers() << "  " << Client::Word(finding.In) << ' ' << Escape(finding.Pointer) << '\n';
     const std::size_t width = std::max(output.Width(), indentation + narrowestText) - indentation;
-    for (const std::string& line : Wrap(finding.Found + "; " + finding.Done, width)) {
+    for (const std::string& line : Wrap(finding.Found + "; " + finding.Consequence, width)) {
         output.Answers() << std::string(indentation, ' ') << line << '\n';
     }
 }
@@ -77,8 +77,13 @@ void PrintRules(const std::map<Client::RuleForm, Client::RuleCount>& rules, Outp
 {
     for (const auto& [form, count] : rules) {
         output.Answers() << Counted(count.Published, "rule") << " of the form " << Client::Word(form) << ": "
-                         << count.Adapted << " adapted, " << count.LeftOut << " left out\n";
+                         << count.Read << " read, " << count.LeftOut << " left out\n";
     }
+}
+
+json::value TextOrNull(const std::string& text)
+{
+    return text.empty() ? json::value(nullptr) : json::value(text);
 }
 
 json::object ToJson(const std::vector<Finding>& findings, const std::map<Client::RuleForm, Client::RuleCount>& rules)
@@ -86,7 +91,7 @@ json::object ToJson(const std::vector<Finding>& findings, const std::map<Client:
     json::object forms;
     for (const auto& [form, count] : rules) {
         forms[Client::Word(form)] =
-            json::object{{"published", count.Published}, {"adapted", count.Adapted}, {"leftOut", count.LeftOut}};
+            json::object{{"published", count.Published}, {"read", count.Read}, {"leftOut", count.LeftOut}};
     }
     json::object counts;
     for (const Severity level : {Severity::Error, Severity::Warning, Severity::Note}) {
@@ -99,9 +104,11 @@ json::object ToJson(const std::vector<Finding>& findings, const std::map<Client:
         list.push_back(json::object{{"severity", Client::Word(finding.Level)},
                                     {"kind", Client::Word(finding.Kind)},
                                     {"document", Client::Word(finding.In)},
-                                    {"place", finding.Place},
+                                    {"place", finding.Pointer},
                                     {"found", finding.Found},
-                                    {"consequence", finding.Done}});
+                                    {"consequence", finding.Consequence},
+                                    {"attribute", TextOrNull(finding.Attribute)},
+                                    {"rule", finding.Rule ? json::value(*finding.Rule) : json::value(nullptr)}});
     }
     return {{"rules", std::move(forms)}, {"counts", std::move(counts)}, {"findings", std::move(list)}};
 }
@@ -112,10 +119,10 @@ ExitCode RunLint(const Documents& documents, Output& output)
 {
     const std::vector<Finding> findings = CollectFindings(documents);
     if (output.Json()) {
-        output.Write(ToJson(findings, documents.Adapted.Rules));
+        output.Write(ToJson(findings, documents.Model().Forms()));
     } else {
         Print(findings, output);
-        PrintRules(documents.Adapted.Rules, output);
+        PrintRules(documents.Model().Forms(), output);
         const std::string counted = CountedFindings(findings);
         output.Answers() << (counted.empty() ? "nothing found" : counted) << '\n';
     }

@@ -1,7 +1,7 @@
 #include "Commands.h"
 
 #include "../Answers.h"
-#include "../Properties.h"
+#include "../Status.h"
 #include "../Suggest.h"
 #include "../Text.h"
 
@@ -24,12 +24,12 @@ const std::vector<std::string> typeNames{"String", "Integer", "Enumeration", "Bo
 /** A longer value pushes what follows it on its line to the right, rather than every line. */
 constexpr std::size_t widestColumn = 32;
 
-/** What the list tells of a setting. */
+/** What the list says of a setting. */
 struct Row {
-    const Setting* Subject = nullptr;
-    Answer Value;
-    Answer Default;
-    RedfishConfig::SettingStatus Status;
+    const Setting& Subject;
+    const Answer& Value;
+    const Answer& Default;
+    const SettingStatus& Status;
 
     bool IsChanged() const { return Value.Ok() && Default.Ok() && !Value.Concealed && Value.Text != Default.Text; }
 };
@@ -51,25 +51,33 @@ bool StandsInMenu(const Setting& setting, const std::string& text)
 
 bool IsListed(const Row& row, const ListOptions& options, const SystemOptions& systemOptions)
 {
-    const bool isProtected = row.Status.Protected.Value && !systemOptions.IncludeProtected;
-    return (options.All || !(row.Status.Hidden.Value || isProtected)) &&
-           (options.Type.empty() || EqualsIgnoringCase(options.Type, *row.Subject->Record.Type)) &&
-           (options.Menu.empty() || StandsInMenu(*row.Subject, options.Menu)) && (!options.Changed || row.IsChanged());
+    const bool isProtected = row.Status.Is(StatusRow::Protected) && !systemOptions.IncludeProtected;
+    return (options.All || !(row.Status.IsHiddenByRule() || isProtected)) &&
+           (options.Type.empty() || EqualsIgnoringCase(options.Type, row.Subject.Type())) &&
+           (options.Menu.empty() || StandsInMenu(row.Subject, options.Menu)) && (!options.Changed || row.IsChanged());
 }
 
-std::vector<Row> CollectRows(System& system, const ListOptions& options)
+/** What is known of all settings, in their order, and the rows of those that are listed. */
+struct Listing {
+    std::vector<SettingStatus> Status;
+    std::vector<Answer> Values;
+    std::vector<Answer> Defaults;
+    std::vector<Row> Rows;
+};
+
+Listing Collect(System& system, const ListOptions& options, Detail detail)
 {
-    const std::vector<RedfishConfig::SettingStatus> status = system.AllStatus();
-    std::vector<Answer> values = system.AskAll(askValue);
-    std::vector<Answer> defaults = system.AskAll(askDefault);
-    std::vector<Row> rows;
-    for (std::size_t place = 0; place < status.size(); ++place) {
-        Row row{&system.Settings()[place], std::move(values[place]), std::move(defaults[place]), status[place]};
+    Listing listing;
+    listing.Status = system.AllStatus(detail);
+    listing.Values = system.AskAll(Question::Value, Detail::Verdicts);
+    listing.Defaults = system.AskAll(Question::Default, Detail::Verdicts);
+    for (std::size_t place = 0; place < system.Settings().size(); ++place) {
+        const Row row{system.Settings()[place], listing.Values[place], listing.Defaults[place], listing.Status[place]};
         if (IsListed(row, options, system.Options())) {
-            rows.push_back(std::move(row));
+            listing.Rows.push_back(row);
         }
     }
-    return rows;
+    return listing;
 }
 
 std::string ShownValue(const Answer& answer)
@@ -78,17 +86,6 @@ std::string ShownValue(const Answer& answer)
         return "-";
     }
     return answer.Text.empty() ? "\"\"" : Escape(answer.Text);
-}
-
-std::string Marks(const RedfishConfig::SettingStatus& status)
-{
-    std::string marks;
-    for (const ShownProperty& property : shownProperties) {
-        if (property.Marked && (status.*property.State).Value) {
-            marks += (marks.empty() ? "" : ", ") + Fold(property.Label);
-        }
-    }
-    return marks.empty() ? "" : "[" + marks + "]";
 }
 
 /** The width of a column, from the texts that are not too wide for it. */
@@ -100,9 +97,12 @@ public:
         m_Width = std::max(m_Width, count <= widestColumn ? count : 0);
         m_IsEmpty = m_IsEmpty && count == 0;
     }
-    std::string Fill(const std::string& text) const { return Pad(text, m_Width); }
     /** The blanks that belong behind the text. */
-    std::string Gap(const std::string& text) const { return Fill(text).substr(text.size()); }
+    std::string Gap(const std::string& text) const
+    {
+        const std::size_t count = CharacterCount(text);
+        return std::string(m_Width > count ? m_Width - count : 0, ' ');
+    }
     bool IsEmpty() const { return m_IsEmpty; }
 
 private:
@@ -116,17 +116,18 @@ void PrintRows(const std::vector<Row>& rows, Output& output)
         std::string Name, Value, Default, Marks;
     };
     std::vector<Cells> lines;
+    lines.reserve(rows.size());
     Column names, values, defaults;
     for (const Row& row : rows) {
         const std::string differing = row.IsChanged() ? "default " + ShownValue(row.Default) : "";
-        lines.push_back({Escape(row.Subject->Name()), ShownValue(row.Value), differing, Marks(row.Status)});
+        lines.push_back({Escape(row.Subject.Name()), ShownValue(row.Value), differing, Marks(row.Status)});
         names.Add(lines.back().Name);
         values.Add(lines.back().Value);
         defaults.Add(differing);
     }
     const Style& paint = output.Paint();
     for (const Cells& cells : lines) {
-        std::string line = names.Fill(cells.Name);
+        std::string line = cells.Name + names.Gap(cells.Name);
         line += "  " + (cells.Default.empty() ? cells.Value : paint.Changed(cells.Value)) + values.Gap(cells.Value);
         line += defaults.IsEmpty() ? "" : "  " + cells.Default + defaults.Gap(cells.Default);
         line += cells.Marks.empty() ? "" : "  " + paint.Aside(cells.Marks);
@@ -135,22 +136,25 @@ void PrintRows(const std::vector<Row>& rows, Output& output)
     }
 }
 
-json::value RowToJson(const Row& row, const SystemOptions& options)
+json::value RowToJson(const Row& row, const System& system)
 {
-    const auto& record = row.Subject->Record;
-    return json::object{{"name", row.Subject->Name()},
-                        {"type", *record.Type},
-                        {"menu", record.MenuPath ? json::value(*record.MenuPath) : json::value(nullptr)},
-                        {"value", ValueToJson(row.Value, record.CurrentValue, options)},
-                        {"default", ValueToJson(row.Default, record.DefaultValue, options)},
-                        {"status", StatusToJson(row.Status)}};
+    const std::optional<std::string>& menu = row.Subject.MenuPath();
+    return json::object{{"name", row.Subject.Name()},
+                        {"type", row.Subject.Type()},
+                        {"menu", menu ? json::value(*menu) : json::value(nullptr)},
+                        {"value", ValueToJson(row.Value, system.Options())},
+                        {"default", ValueToJson(row.Default, system.Options())},
+                        {"status", ToJson(row.Status, system.TellsRules())}};
 }
 
 /** Complains when no menu has the text in its name. */
 bool CheckMenu(const System& system, const std::string& text, Output& output)
 {
+    if (text.empty()) {
+        return true;
+    }
     std::set<std::string> names;
-    bool isKnown = text.empty();
+    bool isKnown = false;
     for (const Setting& setting : system.Settings()) {
         isKnown = isKnown || StandsInMenu(setting, text);
         for (const Menu* menu = setting.InMenu; menu->Parent != nullptr; menu = menu->Parent) {
@@ -169,15 +173,15 @@ bool CheckMenu(const System& system, const std::string& text, Output& output)
 ExitCode RunList(System& system, const ListOptions& options, Output& output)
 {
     const bool isKnownMenu = CheckMenu(system, options.Menu, output);
-    const std::vector<Row> rows = CollectRows(system, options);
+    const Listing listing = Collect(system, options, output.Json() ? Detail::Reasons : Detail::Verdicts);
     if (output.Json()) {
         json::array settings;
-        for (const Row& row : rows) {
-            settings.push_back(RowToJson(row, system.Options()));
+        for (const Row& row : listing.Rows) {
+            settings.push_back(RowToJson(row, system));
         }
         output.Write(json::object{{"settings", std::move(settings)}});
     } else {
-        PrintRows(rows, output);
+        PrintRows(listing.Rows, output);
     }
     return isKnownMenu ? ExitCode::Answered : ExitCode::Refused;
 }

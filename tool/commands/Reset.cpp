@@ -10,7 +10,8 @@ namespace {
 
 bool HasItsDefault(const Setting& setting)
 {
-    return setting.Record.DefaultValue && setting.Record.CurrentValue == setting.Record.DefaultValue;
+    const SettingRecord& record = setting.Record();
+    return record.DefaultValue && record.CurrentValue == record.DefaultValue;
 }
 
 /** The defaults of all settings but those that have theirs already, and passwords. */
@@ -22,11 +23,9 @@ std::vector<Answer> PrepareAll(System& system, Output& output)
         if (HasItsDefault(setting)) {
             ++unchanged;
         } else if (setting.IsPassword()) {
-            Answer left;
-            left.Name = setting.Name();
-            left.Subject = &setting;
-            left.Result = {RedfishConfig::RESULT_CHANGE_SETTING_FAILED, "a password is reset by its name alone"};
-            answers.push_back(std::move(left));
+            const char* const reason = "a password is reset by its name alone";
+            answers.push_back(
+                Refusal(setting.Name(), &setting, RedfishConfig::RESULT_CHANGE_SETTING_FAILED, reason, reason));
         } else {
             answers.push_back(system.PrepareDefault(setting.Name()));
         }
@@ -57,6 +56,7 @@ ExitCode RunReset(System& system, const Selection& selection, Output& output)
     } else {
         ComplainOfEach(answers, system, output);
     }
+    ComplainOfDoubts(answers, output);
     return WriteChanges(body, selection.All || !body.Empty(), answers, system, output);
 }
 

@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "../PatchBody.h"
+#include "../Refusals.h"
 #include "../SavedSystem.h"
 #include "../Text.h"
 #include "../TypedValue.h"
@@ -37,17 +38,9 @@ struct Report {
     std::vector<Remark> Invalid;
 };
 
-std::string WithoutFullStop(std::string reason)
-{
-    if (!reason.empty() && reason.back() == '.') {
-        reason.pop_back();
-    }
-    return reason;
-}
-
 bool IsAlreadySo(const Setting& setting, const std::string& value)
 {
-    const auto& current = setting.Record.CurrentValue;
+    const auto& current = setting.Record().CurrentValue;
     return current && IsSameValue(setting, PlainText(*current), value);
 }
 
@@ -62,7 +55,7 @@ std::map<std::string, std::string> Sort(const std::vector<Assignment>& values, c
             report.Unknown.push_back({saved.Name, ""});
         } else if (setting->IsPassword()) {
             report.Skipped.push_back({saved.Name, "a password is never restored from a file"});
-        } else if (saved.IsNull && !setting->Record.CurrentValue) {
+        } else if (saved.IsNull && !setting->Record().CurrentValue) {
             ++report.AlreadySo;
         } else if (saved.IsNull) {
             report.Skipped.push_back({saved.Name, "the file has no value for it"});
@@ -80,7 +73,7 @@ std::map<std::string, std::string> Sort(const std::vector<Assignment>& values, c
     return candidates;
 }
 
-void TakeAccepted(const System::Restored& restored, const System& system, bool full, Report& report)
+void TakeAccepted(const Restored& restored, const System& system, bool full, Report& report)
 {
     for (const auto& [name, patchText] : restored.PatchTexts) {
         const Setting& setting = *system.Find(name);
@@ -89,7 +82,7 @@ void TakeAccepted(const System::Restored& restored, const System& system, bool f
             report.Invalid.push_back({name, defect});
             continue;
         }
-        const auto& current = setting.Record.CurrentValue;
+        const auto& current = setting.Record().CurrentValue;
         // the library may have found another spelling of the value that is there
         const bool same = current && TypedValue(setting, PlainText(*current)) == *report.Body.Find(setting);
         if (!same) {
@@ -101,13 +94,13 @@ void TakeAccepted(const System::Restored& restored, const System& system, bool f
     }
 }
 
-void TakeRefused(const System::Restored& restored, const std::map<std::string, std::string>& candidates,
-                 const System& system, Report& report)
+void TakeRefused(const Restored& restored, const std::map<std::string, std::string>& candidates, const System& system,
+                 Report& report)
 {
     for (const auto& [name, value] : candidates) {
-        const auto error = restored.Errors.find(name);
+        const auto refusal = restored.Refused.find(name);
         const Setting& setting = *system.Find(name);
-        if (error == restored.Errors.end()) {
+        if (refusal == restored.Refused.end()) {
             if (report.Body.Find(setting) == nullptr && restored.PatchTexts.count(setting.Name()) == 0) {
                 report.Invalid.push_back({name, "the library gives no reason"});
             }
@@ -116,10 +109,7 @@ void TakeRefused(const System::Restored& restored, const std::map<std::string, s
         if (IsAlreadySo(setting, value)) {
             continue; // asked for with --full alone
         }
-        const std::string opening = "The operation on setting " + setting.Name() + " fails since ";
-        const bool isFiltered = error->second.compare(0, opening.size(), opening) == 0;
-        const std::string reason = isFiltered ? error->second.substr(opening.size()) : error->second;
-        (isFiltered ? report.Skipped : report.Invalid).push_back({name, WithoutFullStop(reason)});
+        (refusal->second.IsFiltered ? report.Skipped : report.Invalid).push_back({name, refusal->second.Reason});
     }
 }
 
@@ -152,10 +142,11 @@ void Complain(const Report& report, Output& output)
 void WarnOfAnotherRegistry(const json::object& saved, const System& system, Output& output)
 {
     const json::value* there = saved.if_contains("Id");
-    const json::value* here = system.Identity().if_contains("Id");
-    if (there != nullptr && here != nullptr && *there != *here) {
-        output.Complain("the file was saved with another registry, " + std::string(there->as_string()) +
-                        ", than this system's, " + std::string(here->as_string()));
+    const json::object identity = system.Identity();
+    const json::value* here = identity.if_contains("Id");
+    if (there != nullptr && there->is_string() && here != nullptr && *there != *here) {
+        output.Complain("the file was saved with another registry, " + std::string(there->get_string()) +
+                        ", than this system's, " + std::string(here->get_string()));
     }
 }
 
@@ -167,10 +158,11 @@ ExitCode RunRestore(System& system, const RestoreOptions& options, Output& outpu
     WarnOfAnotherRegistry(saved.Registry, system, output);
     Report report;
     const std::map<std::string, std::string> candidates = Sort(saved.Values, system, options.Full, report);
-    const System::Restored restored = system.Restore(candidates, options.WithUnique);
+    const Restored restored = system.Restore(candidates, options.WithUnique);
     TakeAccepted(restored, system, options.Full, report);
     TakeRefused(restored, candidates, system, report);
     Complain(report, output);
+    ComplainOfDoubts(restored.Doubtful, output);
     if (output.Json()) {
         output.Write(json::object{{"body", report.Body.ToJson()},
                                   {"report",

@@ -28,26 +28,26 @@ RedfishConfig::filterAction ActionOf(const SaveOptions& options, const System& s
 }
 
 /** What the library does not leave out of itself. Empty for a setting that is to be saved. */
-std::string WhyUnwanted(const Setting& setting, const RedfishConfig::SettingStatus& status, bool withUnique)
+std::string WhyUnwanted(const Setting& setting, const SettingStatus& status, bool withUnique)
 {
     if (setting.IsPassword()) {
         return "password";
     }
-    if (status.ReadOnly.Value) {
+    if (status.Is(StatusRow::ReadOnly)) {
         return "read only";
     }
-    return status.SystemUnique.Value && !withUnique ? "system unique" : "";
+    return status.Is(StatusRow::SystemUnique) && !withUnique ? "system unique" : "";
 }
 
 /** Why the library gives no value for saving. */
-std::string WhyWithoutValue(const Setting& setting, const RedfishConfig::SettingStatus& status)
+std::string WhyWithoutValue(const Setting& setting, const SettingStatus& status)
 {
     const std::pair<bool, const char*> reasons[] = {
-        {!setting.Record.CurrentValue, "without a value"},
-        {status.Protected.Value, "protected"},
-        {status.Hidden.Value, "hidden"},
-        {status.GrayOut.Value, "grayed out"},
-        {status.Immutable.Value, "immutable"},
+        {!setting.Record().CurrentValue, "without a value"},
+        {status.Is(StatusRow::Protected), "protected"},
+        {status.Is(StatusRow::Hidden), "hidden"},
+        {status.Is(StatusRow::GrayOut), "grayed out"},
+        {status.Is(StatusRow::Immutable), "immutable"},
     };
     for (const auto& [holds, word] : reasons) {
         if (holds) {
@@ -66,7 +66,7 @@ Saved Collect(System& system, const SaveOptions& options)
 {
     Saved saved;
     const std::map<std::string, std::string> texts = system.SaveValues(ActionOf(options, system));
-    const std::vector<RedfishConfig::SettingStatus> status = system.AllStatus();
+    const std::vector<SettingStatus> status = system.AllStatus(Detail::Verdicts);
     for (std::size_t place = 0; place < status.size(); ++place) {
         const Setting& setting = system.Settings()[place];
         const auto text = texts.find(setting.Name());

@@ -39,11 +39,8 @@ Answer Prepare(System& system, const Assignment& assignment, RedfishConfig::filt
     if (assignment.Value) {
         return system.PreparePatch(assignment.Name, ValueToCheck(assignment, system), action);
     }
-    Answer defect;
-    defect.Name = assignment.Name;
-    defect.Subject = system.Find(assignment.Name);
-    defect.Result = {RedfishConfig::RESULT_NEW_VALUE_INVALID, assignment.Defect};
-    return defect;
+    return Refusal(assignment.Name, system.Find(assignment.Name), RedfishConfig::RESULT_NEW_VALUE_INVALID,
+                   assignment.Defect, assignment.Defect);
 }
 
 } // namespace
@@ -58,6 +55,7 @@ ExitCode RunSet(System& system, const SetOptions& options, Output& output)
         AddToBody(answers.back(), body);
     }
     ComplainOfEach(answers, system, output);
+    ComplainOfDoubts(answers, output);
     const bool allAccepted = ExitCodeOf(answers) == ExitCode::Answered;
     if (!allAccepted && !options.Partial) {
         output.Complain("no body is given, as something was refused; --partial gives the rest");

@@ -1,8 +1,8 @@
 #include "Commands.h"
 
 #include "../Answers.h"
-#include "../Properties.h"
 #include "../Refusals.h"
+#include "../Status.h"
 #include "../Text.h"
 #include "../ValidValues.h"
 
@@ -30,14 +30,14 @@ struct Facts {
     Answer Value;
     Answer Default;
     Answer Choices;
-    RedfishConfig::SettingStatus Status;
+    SettingStatus Status;
 };
 
 Facts CollectFacts(System& system, const Setting& setting)
 {
     const std::string& name = setting.Name();
-    return {&setting, system.Ask(askValue, name), system.Ask(askDefault, name), system.Ask(askChoices, name),
-            system.StatusOf(setting)};
+    return {&setting, system.Ask(Question::Value, name), system.Ask(Question::Default, name),
+            system.Ask(Question::Choices, name), system.StatusOf(setting)};
 }
 
 /** The menus on the way to the setting, the outermost first. */
@@ -99,7 +99,7 @@ private:
 /** Why the library gives no answer. */
 void PrintRefusal(const std::string& label, const Answer& answer, Sheet& sheet)
 {
-    sheet.Prose(label, "- (" + ReasonOf(answer) + ")");
+    sheet.Prose(label, "- (" + answer.Reason + ")");
 }
 
 /** A value with the name that the registry shows for it. */
@@ -109,7 +109,7 @@ void PrintValue(const std::string& label, const Answer& answer, Sheet& sheet)
         PrintRefusal(label, answer, sheet);
         return;
     }
-    const auto& choices = answer.Subject->Record.Value;
+    const auto& choices = answer.Subject->Record().Value;
     const auto choice = choices.find(answer.Text);
     const bool isNamed = choice != choices.end() && !choice->second.empty() && choice->second != answer.Text;
     sheet.Line(label, (answer.Text.empty() ? "\"\"" : answer.Text) + (isNamed ? " (" + choice->second + ")" : ""));
@@ -122,7 +122,7 @@ void PrintValidValues(const Answer& choices, const SystemOptions& options, Sheet
         PrintRefusal(label, choices, sheet);
         return;
     }
-    const auto& record = choices.Subject->Record;
+    const auto& record = choices.Subject->Record();
     for (const std::string& line : DescribeValidValues(record, options)) {
         sheet.Line(label, line);
         label.clear();
@@ -130,20 +130,26 @@ void PrintValidValues(const Answer& choices, const SystemOptions& options, Sheet
     sheet.LineIfAny("Pattern", record.ValueExpression.value_or(""));
 }
 
+std::string Describe(const PropertyStatus& status)
+{
+    const std::string word = status.Certain ? status.Value ? "yes" : "no" : "unknown";
+    const bool beginsSo = !status.Certain && status.Reason.compare(0, word.size(), word) == 0;
+    return beginsSo ? status.Reason : word + (status.Reason.empty() ? "" : ": " + status.Reason);
+}
+
 void PrintFacts(const Facts& facts, const SystemOptions& options, Output& output)
 {
-    const auto& record = facts.Subject->Record;
+    const auto& record = facts.Subject->Record();
     output.Answers() << output.Paint().Heading(Escape(facts.Subject->Name())) << '\n';
     Sheet sheet(output);
     sheet.LineIfAny("Display name", record.DisplayName.value_or(""));
-    sheet.Line("Type", *record.Type);
+    sheet.Line("Type", std::string(facts.Subject->Type()));
     sheet.LineIfAny("Menu", MenuLine(*facts.Subject));
     PrintValue("Value", facts.Value, sheet);
     PrintValue("Default", facts.Default, sheet);
     PrintValidValues(facts.Choices, options, sheet);
     for (const ShownProperty& property : shownProperties) {
-        const RedfishConfig::PropertyState& state = facts.Status.*property.State;
-        sheet.Prose(property.Label, (state.Value ? "yes" : "no") + (state.Reason.empty() ? "" : ": " + state.Reason));
+        sheet.Prose(property.Label, Describe(facts.Status[property.Row]));
     }
     sheet.Line("Reset needed", record.ResetRequired ? "yes" : "no");
     sheet.Prose("Warning", record.WarningText);
@@ -155,9 +161,9 @@ json::value OptionalToJson(const std::optional<std::string>& text)
     return text ? json::value(*text) : json::value(nullptr);
 }
 
-json::value FactsToJson(const Facts& facts, const SystemOptions& options)
+json::value FactsToJson(const Facts& facts, const System& system)
 {
-    const auto& record = facts.Subject->Record;
+    const auto& record = facts.Subject->Record();
     json::array menus;
     for (const Menu* menu : MenusOf(*facts.Subject)) {
         menus.emplace_back(menu->Title());
@@ -173,13 +179,13 @@ json::value FactsToJson(const Facts& facts, const SystemOptions& options)
     return json::object{
         {"name", facts.Subject->Name()},
         {"displayName", OptionalToJson(record.DisplayName)},
-        {"type", *record.Type},
+        {"type", facts.Subject->Type()},
         {"menu", OptionalToJson(record.MenuPath)},
         {"menuTitles", std::move(menus)},
-        {"value", ValueToJson(facts.Value, record.CurrentValue, options)},
-        {"default", ValueToJson(facts.Default, record.DefaultValue, options)},
+        {"value", ValueToJson(facts.Value, system.Options())},
+        {"default", ValueToJson(facts.Default, system.Options())},
         {"choices", facts.Choices.Ok() ? json::value(facts.Choices.Text) : json::value(nullptr)},
-        {"status", StatusToJson(facts.Status)},
+        {"status", ToJson(facts.Status, system.TellsRules())},
         {"resetRequired", record.ResetRequired},
         {"warning", OptionalToJson(record.WarningText)},
         {"help", OptionalToJson(record.HelpText)},
@@ -197,13 +203,13 @@ ExitCode RunShow(System& system, const std::vector<std::string>& names, Output& 
         if (const Setting* setting = system.Find(name)) {
             all.push_back(CollectFacts(system, *setting));
         } else {
-            unknown.push_back(system.Ask(askValue, name));
+            unknown.push_back(system.Ask(Question::Value, name));
         }
     }
     if (output.Json()) {
         json::array settings;
         for (const Facts& facts : all) {
-            settings.push_back(FactsToJson(facts, system.Options()));
+            settings.push_back(FactsToJson(facts, system));
         }
         output.Write(json::object{{"settings", std::move(settings)}, {"refused", RefusalsToJson(unknown, system)}});
     } else {

@@ -1,7 +1,5 @@
 #include "ToolTest.h"
 
-#include "Properties.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
@@ -33,18 +31,18 @@ boost::json::value WithMenus(const RegistryBuilder& registry, const Names& paths
     return document;
 }
 
-TEST(System, WithoutMenusTheOrderIsThatOfTheRegistry)
+TEST(CoreSystem, WithoutMenusTheOrderIsThatOfTheRegistry)
 {
     RegistryBuilder registry;
     registry.Attribute("Zulu", "Boolean", {{"MenuPath", "./B"}, {"DisplayOrder", 9}});
     registry.Attribute("Alpha", "Boolean", {{"MenuPath", "./A"}, {"DisplayOrder", 1}});
     registry.Attribute("Mike", "Boolean");
-    TestSystem system(registry);
+    PublishedTestSystem system(registry);
     EXPECT_EQ(NamesOf(*system), (Names{"Zulu", "Alpha", "Mike"}));
-    EXPECT_EQ(NamesOf(*TestSystem(WithMenus(registry, {}))), (Names{"Zulu", "Alpha", "Mike"}));
+    EXPECT_EQ(NamesOf(*PublishedTestSystem(WithMenus(registry, {}))), (Names{"Zulu", "Alpha", "Mike"}));
 }
 
-TEST(System, MenuOrderIsMenuThenDisplayOrderThenRegistry)
+TEST(CoreSystem, MenuOrderIsMenuThenDisplayOrderThenRegistry)
 {
     RegistryBuilder registry;
     registry.Attribute("NoMenu", "Boolean", {{"DisplayOrder", 1}});
@@ -55,28 +53,28 @@ TEST(System, MenuOrderIsMenuThenDisplayOrderThenRegistry)
     registry.Attribute("Second", "Boolean", {{"MenuPath", "./A"}, {"DisplayOrder", 20}});
     registry.Attribute("First", "Boolean", {{"MenuPath", "./A"}, {"DisplayOrder", 3}});
     registry.Attribute("Unknown", "Boolean", {{"MenuPath", "./New"}});
-    TestSystem system(WithMenus(registry, {"./A", "./A/Sub", "./B"}));
+    PublishedTestSystem system(WithMenus(registry, {"./A", "./A/Sub", "./B"}));
     EXPECT_EQ(NamesOf(*system),
               (Names{"First", "Second", "Unordered2", "Unordered1", "InSub", "InB", "Unknown", "NoMenu"}));
 }
 
-TEST(System, AttributesThatTheLibraryPassesOverAreNoSettings)
+TEST(CoreSystem, AttributesThatTheLibraryPassesOverAreNoSettings)
 {
     RegistryBuilder registry;
     registry.Attribute("Paint", "Colour").RawAttribute(5).RawAttribute(boost::json::object{{"Type", "Boolean"}});
     registry.Attribute("Lamp", "boolean");
-    EXPECT_EQ(NamesOf(*TestSystem(registry)), Names{"Lamp"});
+    EXPECT_EQ(NamesOf(*PublishedTestSystem(registry)), Names{"Lamp"});
 }
 
-TEST(System, FindsNamesInAnyLetterCase)
+TEST(CoreSystem, FindsNamesInAnyLetterCase)
 {
-    TestSystem system(RegistryBuilder().Attribute("BootMode", "Boolean"));
+    PublishedTestSystem system(RegistryBuilder().Attribute("BootMode", "Boolean"));
     EXPECT_EQ(system->Find("bOOTmODE"), system->Settings().data());
     EXPECT_EQ(system->Find("Boot"), nullptr);
     EXPECT_EQ(system->Find(""), nullptr);
 }
 
-TEST(System, EveryRuleCountsInASingleAnswer)
+TEST(CoreSystem, EveryRuleCountsInASingleAnswer)
 {
     // Lamp reads Switch, and the state of Switch alone would not tell that Switch is hidden by Main
     RegistryBuilder registry;
@@ -85,23 +83,23 @@ TEST(System, EveryRuleCountsInASingleAnswer)
     registry.Attribute("Lamp", "Boolean", {{"CurrentValue", true}});
     registry.Rule("Switch", "Hidden", true, {Term{"Main", "EQU", true}});
     registry.Rule("Lamp", "GrayOut", true, {Term{"Switch", "EQU", true}});
-    TestSystem system(registry);
-    system->Ask(askValue, "Lamp");
-    EXPECT_EQ(system->Ask(askValue, "Switch").Result.ErrorMsg(),
+    PublishedTestSystem system(registry);
+    system->Ask(Question::Value, "Lamp");
+    EXPECT_EQ(system->Ask(Question::Value, "Switch").Result.ErrorMsg(),
               "The operation on setting Switch fails since the setting is hidden due to the following expression: "
               "((Main==true))");
 }
 
-TEST(System, AnAnswerWithoutAMessageGetsTheStandardOne)
+TEST(CoreSystem, AnAnswerWithoutAMessageGetsTheStandardOne)
 {
-    TestSystem system(RegistryBuilder().Attribute("Paint", "Colour"));
-    const Answer answer = system->Ask(askValue, "Paint");
+    PublishedTestSystem system(RegistryBuilder().Attribute("Paint", "Colour"));
+    const Answer answer = system->Ask(Question::Value, "Paint");
     EXPECT_EQ(answer.Result, RedfishConfig::RESULT_PROPERTY_INVALID);
     EXPECT_EQ(answer.Result.ErrorMsg(), RedfishConfig::ResultMessages().at(RedfishConfig::RESULT_PROPERTY_INVALID));
     EXPECT_EQ(answer.Subject, nullptr);
 }
 
-TEST(System, AsksForAllAsForEach)
+TEST(CoreSystem, AsksForAllAsForEach)
 {
     RegistryBuilder registry;
     registry.Attribute("Number", "Integer", {{"CurrentValue", 31}, {"DefaultValue", 8}, {"HelpText", "x"}});
@@ -111,12 +109,12 @@ TEST(System, AsksForAllAsForEach)
     registry.Attribute("Ghost", "Boolean", {{"CurrentValue", true}});
     registry.Rule("Ghost", "Hidden", true, {Term{"Number", "EQU", 31}});
     for (const bool includeProtected : {false, true}) {
-        TestSystem system(registry, {true, includeProtected});
-        for (const Question* question : {&askValue, &askDefault, &askChoices, &askDescription}) {
-            const std::vector<Answer> all = system->AskAll(*question);
+        PublishedTestSystem system(registry, {true, includeProtected});
+        for (const Question question : {Question::Value, Question::Default, Question::Choices, Question::Description}) {
+            const std::vector<Answer> all = system->AskAll(question, Detail::Reasons);
             ASSERT_EQ(all.size(), 5U);
             for (const Answer& answer : all) {
-                const Answer single = system->Ask(*question, answer.Name);
+                const Answer single = system->Ask(question, answer.Name);
                 EXPECT_EQ(answer.Text, single.Text);
                 EXPECT_EQ(static_cast<int>(answer.Result), static_cast<int>(single.Result)) << answer.Name;
                 EXPECT_EQ(answer.Result.ErrorMsg(), single.Result.ErrorMsg());
@@ -124,60 +122,60 @@ TEST(System, AsksForAllAsForEach)
                 EXPECT_EQ(answer.Concealed, single.Concealed);
             }
         }
-        EXPECT_EQ(system->AskAll(askValue).at(3).Ok(), includeProtected);
+        EXPECT_EQ(system->AskAll(Question::Value, Detail::Reasons).at(3).Ok(), includeProtected);
     }
 }
 
-TEST(System, ThePasswordsValueIsNowhere)
+TEST(CoreSystem, ThePasswordsValueIsNowhere)
 {
     RegistryBuilder registry;
     registry.Attribute("Key", "password", {{"CurrentValue", "hunter2"}, {"DefaultValue", "letmein"}});
-    TestSystem system(registry);
+    PublishedTestSystem system(registry);
     const Setting& setting = *system->Find("Key");
-    EXPECT_EQ(setting.Record.CurrentValue, std::nullopt);
-    EXPECT_EQ(setting.Record.DefaultValue, std::nullopt);
-    for (const Question* question : {&askValue, &askDefault}) {
-        const Answer answer = system->Ask(*question, "Key");
+    EXPECT_EQ(setting.Record().CurrentValue, std::nullopt);
+    EXPECT_EQ(setting.Record().DefaultValue, std::nullopt);
+    for (const Question question : {Question::Value, Question::Default}) {
+        const Answer answer = system->Ask(question, "Key");
         EXPECT_TRUE(answer.Ok());
         EXPECT_TRUE(answer.Concealed);
         EXPECT_EQ(answer.Text, passwordMask);
     }
 }
 
-TEST(System, StatusOfOneIsThatOfAll)
+TEST(CoreSystem, StatusOfOneIsThatOfAll)
 {
     RegistryBuilder registry;
     registry.Attribute("A", "Boolean", {{"ReadOnly", true}, {"Immutable", true}});
     registry.Attribute("B", "Boolean", {{"CurrentValue", true}, {"Hidden", true}});
     registry.Rule("A", "GrayOut", true, {Term{"B", "EQU", true}});
-    TestSystem system(registry);
-    const auto all = system->AllStatus();
+    PublishedTestSystem system(registry);
+    const auto all = system->AllStatus(Detail::Reasons);
     ASSERT_EQ(all.size(), 2U);
-    EXPECT_TRUE(all[0].ReadOnly.Value);
-    EXPECT_TRUE(all[0].GrayOut.Value);
-    EXPECT_TRUE(all[1].Protected.Value);
+    EXPECT_TRUE(all[0].Is(StatusRow::ReadOnly));
+    EXPECT_TRUE(all[0].Is(StatusRow::GrayOut));
+    EXPECT_TRUE(all[1].Is(StatusRow::Protected));
     for (std::size_t place = 0; place < all.size(); ++place) {
-        EXPECT_EQ(StatusToJson(all[place]), StatusToJson(system->StatusOf(system->Settings()[place])));
+        EXPECT_EQ(ToJson(all[place], false), ToJson(system->StatusOf(system->Settings()[place]), false));
     }
 }
 
-TEST(System, AFailureOfOneQuestionIsNoneOfTheNext)
+TEST(CoreSystem, AFailureOfOneQuestionIsNoneOfTheNext)
 {
     RegistryBuilder registry;
     registry.Attribute("A", "Boolean", {{"CurrentValue", true}});
-    TestSystem system(registry);
-    EXPECT_FALSE(system->AskAll(askDefault).front().Ok());
-    EXPECT_TRUE(system->AskAll(askValue).front().Ok());
+    PublishedTestSystem system(registry);
+    EXPECT_FALSE(system->AskAll(Question::Default, Detail::Reasons).front().Ok());
+    EXPECT_TRUE(system->AskAll(Question::Value, Detail::Reasons).front().Ok());
 }
 
-TEST(System, ARegistryThatTheLibraryCannotReadIsAnInputError)
+TEST(CoreSystem, ARegistryThatTheLibraryCannotReadIsAnInputError)
 {
     const boost::json::value registry =
         boost::json::parse(R"({"RegistryEntries": {"Attributes": [], "Dependencies": {}}})");
     EXPECT_THROW(
         {
             try {
-                TestSystem system(registry);
+                PublishedTestSystem system(registry);
             } catch (const InputError& error) {
                 EXPECT_STREQ(error.what(),
                              "registry.json: the library cannot read it: Fail to parse the HTTP response.");
@@ -185,17 +183,6 @@ TEST(System, ARegistryThatTheLibraryCannotReadIsAnInputError)
             }
         },
         InputError);
-}
-
-TEST(ShownProperties, EachOfTheSevenOnce)
-{
-    RedfishConfig::SettingStatus status;
-    for (const ShownProperty& property : shownProperties) {
-        EXPECT_FALSE((status.*property.State).Value);
-        (status.*property.State).Value = true;
-    }
-    EXPECT_TRUE(status.Hidden.Value && status.GrayOut.Value && status.ReadOnly.Value && status.WriteOnly.Value &&
-                status.Protected.Value && status.Immutable.Value && status.SystemUnique.Value);
 }
 
 } // namespace
