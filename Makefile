@@ -39,11 +39,18 @@ fuzz: packages
 	cmake --build --preset fuzz -j $(JOBS)
 	fuzz/run build/fuzz $(SECONDS)
 
-# Prints the figures beside their goals, and writes them to build/bench/figures.json.
+# Prints the figures beside their goals, and writes them to build/bench/figures.json. The tool as a whole process is
+# paired with the one of BASELINE, a revision; that of the state before the rule model unless it says otherwise.
+BASELINE ?= 89af945
+BASELINE_FOLDER = build/baseline-$(BASELINE)
 bench: packages
 	cmake --preset bench
 	cmake --build --preset bench -j $(JOBS)
-	build/bench/bench/redfishconfig_bench build/bench/figures.json
+	-test -d $(BASELINE_FOLDER) || git worktree add --detach $(BASELINE_FOLDER) $(BASELINE)
+	-cmake -S $(BASELINE_FOLDER) -B $(BASELINE_FOLDER)/build -G Ninja -DBUILD_TESTING=OFF
+	-cmake --build $(BASELINE_FOLDER)/build -j $(JOBS)
+	REDFISHCONFIG_BASELINE=$(BASELINE_FOLDER)/build/tool/redfishconfig \
+		build/bench/bench/redfishconfig_bench build/bench/figures.json
 
 coverage: packages
 	cmake --preset coverage

@@ -13,4 +13,10 @@ void RegisterWarmFigures();
 /** Many systems of one model at a time. */
 void RegisterManySystems();
 
+/** The rule model is read, further systems are added to it, and all verdicts are asked for. */
+void RegisterModelFigures();
+
+/** The command line tool as a whole process, against an older one that REDFISHCONFIG_BASELINE names. */
+void RegisterWholeProcesses();
+
 } // namespace RedfishConfigBench

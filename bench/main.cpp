@@ -81,6 +81,8 @@ int main(int argc, char** argv)
     RegisterColdFigures();
     RegisterWarmFigures();
     RegisterManySystems();
+    RegisterModelFigures();
+    RegisterWholeProcesses();
     Table table;
     benchmark::RunSpecifiedBenchmarks(&table);
     if (argc > 1) {
