@@ -30,7 +30,14 @@ void AskAboutAnAdaptedRegistry()
     RedfishConfigSettingManager manager(adapted.RegistryText, adapted.Values, false, Config_Options{});
     SettingStatus status;
     manager.QuerySettingStatus("Speed", status);
-    std::cout << " hidden " << status.Hidden.Value << "\n";
+    std::cout << " hidden " << status.Hidden.Value;
+
+    const auto model = Client::Model::Read(registry);
+    const Client::SystemValues now(model, values);
+    const Client::Evaluation evaluation(now);
+    const std::size_t speed = model->Find("Speed").value();
+    std::cout << " " << Client::ReasonFor(evaluation, now, speed, Client::Property::Hidden) << ", lint "
+              << Client::LintRegistry(*model).size() << "\n";
 }
 
 int main()
