@@ -16,9 +16,11 @@ constexpr std::size_t documentDepth = 32;          // of objects and lists in ea
 constexpr std::size_t wrapperDepth = 4;
 constexpr std::size_t wrapperMembers = 1'000;
 
-/** A rule that exceeds one of these is left out: conjunctions that it becomes, and terms in all of them. */
-constexpr std::size_t conjunctions = 256;
+/** Whether a rule of more terms holds is never known. */
 constexpr std::size_t termsOfRule = 1'000;
+
+/** What a condition may become: alternatives when it is written for the core; terms in them there and in lint. */
+constexpr std::size_t conjunctions = 256;
 constexpr std::size_t termsOfConjunctions = 8'192;
 
 /** What the core reads of an adapted registry. */
@@ -39,14 +41,18 @@ constexpr std::size_t enumeratedNumbers = 256;
 /** Deeper menu paths are cut: what follows counts as one name. The deepest path seen in use has seven pieces. */
 constexpr std::size_t menuLevels = 32;
 
-/** Pairs of a rule on a menu and a setting below that menu. */
+/** Menus as targets of rules, settings in menus, and settings that rules on menus decide; of each so many in all. */
 constexpr std::size_t menuRuleTargets = 1'000'000;
 
-/** Of a value, in a finding. */
-constexpr std::size_t quotedBytes = 600;
+/** Rounds of rules for current values that act on each other after a change. */
+constexpr std::size_t cascadeWaves = 1'000;
 
-/** Keys that stand in an object twice: those that are told one by one, and the length of their places. */
-constexpr std::size_t toldRepeatedKeys = 100;
-constexpr std::size_t placeBytes = 4'096;
+/** Of a value in a finding, and of a name or value where several are in one sentence. */
+constexpr std::size_t quotedBytes = 600;
+constexpr std::size_t namedBytes = 100;
+
+/** Keys that an object has twice: those that are reported one by one, and the length of pointers to them. */
+constexpr std::size_t reportedRepeatedKeys = 100;
+constexpr std::size_t pointerBytes = 4'096;
 
 } // namespace RedfishConfig::Client::Limits

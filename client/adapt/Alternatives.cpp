@@ -10,6 +10,13 @@ namespace RedfishConfig::Client {
 
 namespace {
 
+/** Whether nobody but the registry decides the flag of the attribute. A formula may ask for it then. */
+bool IsPlainFlag(std::size_t attribute, Property flag, const Model& model)
+{
+    return model.RulesFor(attribute, flag).empty() &&
+           model.FlagsOf(attribute).Has(flag) == model.Attributes()[attribute].Flags.Has(flag);
+}
+
 Alternatives TooMany()
 {
     return {{},
@@ -118,51 +125,51 @@ class Resolver {
 public:
     explicit Resolver(TestStates& known) : m_Known(known) {}
 
-    Alternatives Run(const Condition& condition, Asked asked)
+    Alternatives Run(const Condition& condition, Wanted wanted)
     {
         switch (condition.What) {
         case Condition::Kind::All:
-            return RunParts(condition, asked, asked == Asked::True || asked == Asked::NotFalse);
+            return RunParts(condition, wanted, wanted == Wanted::True || wanted == Wanted::NotFalse);
         case Condition::Kind::Any:
-            return RunParts(condition, asked, asked == Asked::False || asked == Asked::NotTrue);
+            return RunParts(condition, wanted, wanted == Wanted::False || wanted == Wanted::NotTrue);
         case Condition::Kind::Not:
-            return Run(condition.Parts.front(), Contrary(asked));
+            return Run(condition.Parts.front(), Contrary(wanted));
         case Condition::Kind::Test:
             return condition.Asked.Of == Property::CurrentValue || condition.Asked.Source == noAttribute
-                       ? OfValue(condition.Asked, asked)
-                       : OfFlag(condition.Asked, asked);
+                       ? OfValue(condition.Asked, wanted)
+                       : OfFlag(condition.Asked, wanted);
         case Condition::Kind::Ignored:
         case Condition::Kind::Unknown:
             break;
         }
-        return IsUnknownIncluded(asked) ? Alternatives::Always() : Alternatives::Never();
+        return IsUnknownIncluded(wanted) ? Alternatives::Always() : Alternatives::Never();
     }
 
 private:
-    static Asked Contrary(Asked asked)
+    static Wanted Contrary(Wanted wanted)
     {
-        switch (asked) {
-        case Asked::True:
-            return Asked::False;
-        case Asked::NotFalse:
-            return Asked::NotTrue;
-        case Asked::False:
-            return Asked::True;
-        case Asked::NotTrue:
+        switch (wanted) {
+        case Wanted::True:
+            return Wanted::False;
+        case Wanted::NotFalse:
+            return Wanted::NotTrue;
+        case Wanted::False:
+            return Wanted::True;
+        case Wanted::NotTrue:
             break;
         }
-        return Asked::NotFalse;
+        return Wanted::NotFalse;
     }
 
-    static bool IsUnknownIncluded(Asked asked) { return asked == Asked::NotFalse || asked == Asked::NotTrue; }
+    static bool IsUnknownIncluded(Wanted wanted) { return wanted == Wanted::NotFalse || wanted == Wanted::NotTrue; }
 
-    Alternatives RunParts(const Condition& condition, Asked asked, bool areAllNeeded)
+    Alternatives RunParts(const Condition& condition, Wanted wanted, bool areAllNeeded)
     {
         std::vector<Alternatives> parts;
         parts.reserve(condition.Parts.size());
         for (const Condition& part : condition.Parts) {
-            if (CountsAtAll(part)) {
-                parts.push_back(Run(part, asked));
+            if (Counts(part)) {
+                parts.push_back(Run(part, wanted));
             }
         }
         if (!areAllNeeded) {
@@ -185,41 +192,42 @@ private:
         return Both(std::move(left), All(parts, middle, end));
     }
 
-    Alternatives OfValue(const Test& test, Asked asked)
+    Alternatives OfValue(const Test& test, Wanted wanted)
     {
         const StatesOfTest states = m_Known.Of(test);
         if (!states.Defect.empty()) {
             return {{}, {FindingKind::Inexpressible, states.Defect}};
         }
-        ValueSet wanted;
-        switch (asked) {
-        case Asked::True:
-            wanted = states.True;
-            break;
-        case Asked::NotFalse:
-            wanted = states.False.Complement();
-            break;
-        case Asked::False:
-            wanted = states.False;
-            break;
-        case Asked::NotTrue:
-            wanted = states.True.Complement();
-            break;
-        }
-        if (wanted == ValueSet::Everything()) {
+        ValueSet set = SetFor(wanted, states);
+        if (set == ValueSet::Everything()) {
             return Alternatives::Always();
         }
-        return wanted.IsEmpty() ? Alternatives::Never()
-                                : Alternatives{{{{test.Source, std::move(wanted), Property::CurrentValue}}}, {}};
+        return set.IsEmpty() ? Alternatives::Never()
+                             : Alternatives{{{{test.Source, std::move(set), Property::CurrentValue}}}, {}};
     }
 
-    Alternatives OfFlag(const Test& test, Asked asked)
+    static ValueSet SetFor(Wanted wanted, const StatesOfTest& states)
+    {
+        switch (wanted) {
+        case Wanted::True:
+            return states.True;
+        case Wanted::NotFalse:
+            return states.False.Complement();
+        case Wanted::False:
+            return states.False;
+        case Wanted::NotTrue:
+            break;
+        }
+        return states.True.Complement();
+    }
+
+    Alternatives OfFlag(const Test& test, Wanted wanted)
     {
         const Model& model = m_Known.Values().Of();
         const bool isSet = model.Attributes()[test.Source].Flags.Has(test.Of);
         const bool isEqual = test.Operand == Value(isSet);
         const bool holds = isEqual == (test.Compare == Comparison::Equal);
-        if (holds != (asked == Asked::True || asked == Asked::NotFalse)) {
+        if (holds != (wanted == Wanted::True || wanted == Wanted::NotFalse)) {
             return Alternatives::Never();
         }
         if (!IsPlainFlag(test.Source, test.Of, model)) {
@@ -232,18 +240,6 @@ private:
 };
 
 } // namespace
-
-bool CountsAtAll(const Condition& condition)
-{
-    return condition.What != Condition::Kind::Ignored &&
-           (condition.Parts.empty() || std::any_of(condition.Parts.begin(), condition.Parts.end(), CountsAtAll));
-}
-
-bool IsPlainFlag(std::size_t attribute, Property flag, const Model& model)
-{
-    return model.RulesFor(attribute, flag).empty() &&
-           model.FlagsOf(attribute).Has(flag) == model.Attributes()[attribute].Flags.Has(flag);
-}
 
 Alternatives Both(Alternatives left, Alternatives right)
 {
@@ -292,12 +288,12 @@ Alternatives Either(std::vector<Alternatives> parts)
     return collector.Take();
 }
 
-Alternatives Resolve(const Condition& condition, Asked asked, TestStates& known)
+Alternatives Resolve(const Condition& condition, Wanted wanted, TestStates& known)
 {
-    if (!CountsAtAll(condition)) { // such a rule is false
-        return asked == Asked::True || asked == Asked::NotFalse ? Alternatives::Never() : Alternatives::Always();
+    if (!Counts(condition)) { // such a rule is false
+        return wanted == Wanted::True || wanted == Wanted::NotFalse ? Alternatives::Never() : Alternatives::Always();
     }
-    return Resolver(known).Run(condition, asked);
+    return Resolver(known).Run(condition, wanted);
 }
 
 } // namespace RedfishConfig::Client

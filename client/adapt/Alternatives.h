@@ -47,18 +47,12 @@ struct Alternatives {
 };
 
 /** What a condition is asked for. It is one of true, unknown and false. */
-enum class Asked { True, NotFalse, False, NotTrue };
+enum class Wanted { True, NotFalse, False, NotTrue };
 
 Alternatives Both(Alternatives left, Alternatives right);
 Alternatives Either(std::vector<Alternatives> parts);
 
 /** The alternatives in which a condition is as asked. Tests of flags are constants. */
-Alternatives Resolve(const Condition& condition, Asked asked, TestStates& known);
-
-/** Whether the condition has anything that counts. */
-bool CountsAtAll(const Condition& condition);
-
-/** Whether nobody but the registry decides the flag of the attribute. A formula may ask for it then. */
-bool IsPlainFlag(std::size_t attribute, Property flag, const Model& model);
+Alternatives Resolve(const Condition& condition, Wanted wanted, TestStates& known);
 
 } // namespace RedfishConfig::Client

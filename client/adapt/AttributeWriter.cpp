@@ -2,8 +2,8 @@
 
 #include "../intake/JsonPointer.h"
 #include "../intake/KeyNames.h"
-#include "../intake/ValueConversion.h"
 #include "../model/PatternDefect.h"
+#include "../model/ValueConversion.h"
 #include "JsonCopy.h"
 
 #include <RedfishConfig/SettingValue.h>

@@ -22,12 +22,13 @@ bool ComesFirst(std::string_view name, std::string_view tail, std::string_view o
     return order < 0 || (order == 0 && tail <= other.substr(name.size()));
 }
 
-} // namespace
-
+/** Whether the text has an operator character or a parenthesis. */
 bool HasOperators(std::string_view text)
 {
     return text.find_first_of(operatorCharacters) != std::string_view::npos;
 }
+
+} // namespace
 
 FormulaHazards::FormulaHazards(const std::vector<Attribute>& attributes)
 {

@@ -35,7 +35,4 @@ private:
     std::set<std::string, std::less<>> m_AfterOperators; ///< of names with operators in them: what is behind the last
 };
 
-/** Whether the text has an operator character or a parenthesis. */
-bool HasOperators(std::string_view text);
-
 } // namespace RedfishConfig::Client

@@ -1,7 +1,7 @@
 #include "FormulaTerms.h"
 
 #include "../Limits.h"
-#include "../intake/ValueConversion.h"
+#include "../model/ValueConversion.h"
 
 #include <RedfishConfig/SettingValue.h>
 

@@ -4,7 +4,7 @@
 #include "../intake/JsonPointer.h"
 #include "../intake/KeyNames.h"
 #include "../intake/Quote.h"
-#include "../intake/ValueConversion.h"
+#include "../model/ValueConversion.h"
 #include "Alternatives.h"
 #include "FormulaHazards.h"
 #include "FormulaTerms.h"
@@ -24,12 +24,6 @@ namespace RedfishConfig::Client {
 namespace json = boost::json;
 
 namespace {
-
-bool OutcomeOf(const Rule& rule)
-{
-    const auto* value = std::get_if<Value>(&rule.Outcome);
-    return value != nullptr && *value == Value(true);
-}
 
 /** Appends terms, joined by AND; what follows is joined to the last of them by @p joiner. */
 void Append(Chain& chain, const FormulaTerms& terms, const char* joiner)
@@ -167,28 +161,28 @@ private:
         bool isOnlyOutcome = true;
         for (const std::size_t rule : m_Model.RulesFor(attribute, flag)) {
             const Condition& condition = m_Model.Rules()[rule].When;
-            if (OutcomeOf(m_Model.Rules()[rule]) == plan.Outcome) {
-                AddPiece(plan, rule, Asked::True, noEarlier);
+            if (GivesTrue(m_Model.Rules()[rule]) == plan.Outcome) {
+                AddPiece(plan, rule, Wanted::True, noEarlier);
             } else {
                 isOnlyOutcome = false;
-                noEarlier = Combine(Resolve(condition, Asked::NotTrue, m_Known), noEarlier);
+                noEarlier = Combine(Resolve(condition, Wanted::NotTrue, m_Known), noEarlier);
             }
         }
         if (origin == FlagOrigin::Explained) { // an unknown rule leaves the flag as it is
             plan.Pieces.resize(isOnlyOutcome ? 0 : plan.Pieces.size());
             for (const std::size_t rule : m_Model.RulesFor(attribute, flag)) {
-                AddPiece(plan, rule, Asked::NotFalse, noEarlier);
+                AddPiece(plan, rule, Wanted::NotFalse, noEarlier);
             }
         }
         return plan;
     }
 
-    void AddPiece(Plan& plan, std::size_t rule, Asked asked, const Alternatives& also)
+    void AddPiece(Plan& plan, std::size_t rule, Wanted wanted, const Alternatives& also)
     {
         const Condition& condition = m_Model.Rules()[rule].When;
-        Piece piece{rule, Combine(Resolve(condition, asked, m_Known), also), {}};
+        Piece piece{rule, Combine(Resolve(condition, wanted, m_Known), also), {}};
         const bool isSeveral = piece.When.Reason || piece.When.Any.size() > 1;
-        if (asked == Asked::True && also.IsAlways() && isSeveral) {
+        if (wanted == Wanted::True && also.IsAlways() && isSeveral) {
             piece.AsItIs = m_Terms.ReadChain(condition);
         }
         plan.Pieces.push_back(std::move(piece));
@@ -212,18 +206,18 @@ private:
     {
         const IndexRange rules = m_Model.RulesFor(attribute, Property::Hidden);
         const bool isTakenAway = std::any_of(rules.begin(), rules.end(),
-                                             [this](std::size_t rule) { return !OutcomeOf(m_Model.Rules()[rule]); });
+                                             [this](std::size_t rule) { return !GivesTrue(m_Model.Rules()[rule]); });
         if (!isTakenAway) {
             return {true, true, {}};
         }
         Alternatives stays = Alternatives::Always();
         for (std::size_t place = rules.size(); place-- > 0;) {
             const Rule& rule = m_Model.Rules()[rules[place]];
-            if (OutcomeOf(rule)) {
-                std::vector<Alternatives> either{Resolve(rule.When, Asked::True, m_Known), std::move(stays)};
+            if (GivesTrue(rule)) {
+                std::vector<Alternatives> either{Resolve(rule.When, Wanted::True, m_Known), std::move(stays)};
                 stays = Either(std::move(either));
             } else {
-                stays = Combine(Resolve(rule.When, Asked::NotTrue, m_Known), stays);
+                stays = Combine(Resolve(rule.When, Wanted::NotTrue, m_Known), stays);
             }
         }
         Plan plan{false, true, {}};
@@ -243,7 +237,7 @@ private:
                 continue;
             }
             Plan plan;
-            AddPiece(plan, rule, Asked::True, Alternatives::Always());
+            AddPiece(plan, rule, Wanted::True, Alternatives::Always());
             std::vector<Draft> drafts;
             if (const std::optional<Failure> failure = Write(plan, attribute, property, drafts)) {
                 Report(attribute, *failure, "the rule is left out");

@@ -1,6 +1,6 @@
 #include "TestStates.h"
 
-#include "../intake/ValueConversion.h"
+#include "../model/ValueConversion.h"
 
 #include <limits>
 #include <utility>
@@ -20,15 +20,6 @@ ValueSet AnyInteger()
 ValueSet AnyText()
 {
     return (AnyInteger() | ValueSet::NoValue()).Complement();
-}
-
-std::optional<std::int64_t> NumberOf(const Value& value)
-{
-    if (const auto* number = std::get_if<std::int64_t>(&value)) {
-        return *number;
-    }
-    const auto* text = std::get_if<std::string>(&value);
-    return text != nullptr ? ReadDecimal(*text) : std::nullopt;
 }
 
 ValueSet OfType(const Attribute& attribute)

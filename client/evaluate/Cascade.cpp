@@ -1,5 +1,7 @@
 #include <RedfishConfig/Client/Cascade.h>
 
+#include "../Limits.h"
+
 #include <algorithm>
 #include <map>
 #include <set>
@@ -8,8 +10,6 @@
 namespace RedfishConfig::Client {
 
 namespace {
-
-constexpr std::size_t mostWaves = 1'000;
 
 const Value& ValueGivenBy(const Rule& rule)
 {
@@ -30,7 +30,7 @@ public:
         }
         m_Seen.insert(State());
         for (std::size_t wave = 1; !changed.empty() && !m_Cascade.IsCycle; ++wave) {
-            if (wave > mostWaves) {
+            if (wave > Limits::cascadeWaves) {
                 m_Cascade.IsCut = true;
                 break;
             }

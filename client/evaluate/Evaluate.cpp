@@ -9,13 +9,6 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-bool OutcomeOf(const Rule& rule)
-{
-    const auto* value = std::get_if<Value>(&rule.Outcome);
-    const bool* truth = value != nullptr ? std::get_if<bool>(value) : nullptr;
-    return truth != nullptr && *truth;
-}
-
 std::vector<Truth> RulesFor(const SystemValues& values)
 {
     std::vector<Truth> rules(values.Of().Rules().size());
@@ -25,12 +18,6 @@ std::vector<Truth> RulesFor(const SystemValues& values)
 }
 
 } // namespace
-
-std::string_view Word(Truth truth)
-{
-    constexpr std::string_view words[] = {"false", "unknown", "true"};
-    return words[static_cast<std::size_t>(truth)];
-}
 
 /** The flags of a registry: what they are before any rule, and how far each true one can be relied on. */
 struct Evaluation::Flags {
@@ -90,7 +77,7 @@ FlagOrigin Evaluation::OriginByRules(std::size_t attribute, Property flag) const
     FlagOrigin origin = FlagOrigin::Marked;
     for (const std::size_t rule : m_Model->RulesFor(attribute, flag)) {
         if (m_Rules[rule] == Truth::True) {
-            return OutcomeOf(m_Model->Rules()[rule]) ? FlagOrigin::Explained : FlagOrigin::Marked;
+            return GivesTrue(m_Model->Rules()[rule]) ? FlagOrigin::Explained : FlagOrigin::Marked;
         }
         if (m_Rules[rule] == Truth::Unknown) {
             origin = FlagOrigin::Unexplained;
@@ -118,7 +105,7 @@ Verdict Evaluation::Decide(std::size_t attribute, Property flag, FlagOrigin orig
         if (m_Rules[rule] == Truth::False) {
             continue;
         }
-        const bool outcome = OutcomeOf(m_Model->Rules()[rule]);
+        const bool outcome = GivesTrue(m_Model->Rules()[rule]);
         if (m_Rules[rule] == Truth::True) { // an earlier rule would go first if it were true
             return {outcome, !(outcome ? unknownGivesFalse : unknownGivesTrue), false};
         }

@@ -1,6 +1,6 @@
 #include <RedfishConfig/Client/Evaluate.h>
 
-#include "../intake/ValueConversion.h"
+#include "../model/ValueConversion.h"
 
 #include <algorithm>
 #include <set>
@@ -65,7 +65,7 @@ void Intersect(const Rule& rule, const SystemValues& now, std::size_t attribute,
     }
     for (std::size_t choice = 0; choice < choices.size(); ++choice) {
         const std::string& value = now.NameOf(attribute, choices[choice]);
-        const std::string& other = now.UsesDisplayNames(attribute) ? choices[choice].Name : choices[choice].DisplayName;
+        const std::string& other = now.OtherNameOf(attribute, choices[choice]);
         const bool isListed = listed.count(value) > 0 || (listed.count(other) > 0 && values.count(other) == 0);
         isLeft[choice] = isLeft[choice] && isListed;
     }

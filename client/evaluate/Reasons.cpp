@@ -9,8 +9,6 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-constexpr std::size_t longestValue = 80; // in bytes; a reason is one sentence
-
 /** What is said of a setting whose flag is true. */
 const char* WordFor(Property flag)
 {
@@ -22,7 +20,7 @@ const char* WordFor(Property flag)
 std::string Shown(const Value& value)
 {
     const std::string text = ToText(value);
-    return text.empty() ? "empty" : Cut(text, longestValue);
+    return text.empty() ? "empty" : ShortName(text);
 }
 
 std::string FlagClause(const Test& test, bool flag)
@@ -60,8 +58,7 @@ std::string TestClause(const Explanation& explanation)
     if (!HasValue(test.Operand)) {
         return is;
     }
-    const bool isEquality = test.Compare == Comparison::Equal || test.Compare == Comparison::NotEqual;
-    if (!isEquality) {
+    if (!IsEquality(test.Compare)) {
         return is + (holds ? ", " : ", not ") + OrderClause(test);
     }
     const bool isEqual = holds == (test.Compare == Comparison::Equal);

@@ -5,7 +5,7 @@
 #include "Inflate.h"
 #include "JsonPointer.h"
 #include "Quote.h"
-#include "ValueConversion.h"
+#include "ReadValue.h"
 
 #include <deque>
 #include <optional>

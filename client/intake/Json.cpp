@@ -202,7 +202,7 @@ private:
     void Report(std::uint32_t key)
     {
         ++m_Document->m_Repeated.Count;
-        if (m_Reported.size() < Limits::toldRepeatedKeys) {
+        if (m_Reported.size() < Limits::reportedRepeatedKeys) {
             m_Reported.emplace_back(key, PointerTo(key));
         }
     }
@@ -225,7 +225,7 @@ private:
                 const std::uint32_t name = inner == key ? key : inner - 1;
                 next = Member(pointer, m_Document->TextOf(nodes[name]));
             }
-            if (next.size() > Limits::placeBytes) {
+            if (next.size() > Limits::pointerBytes) {
                 break;
             }
             pointer = std::move(next);

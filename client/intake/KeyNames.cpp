@@ -2,7 +2,7 @@
 
 #include "JsonPointer.h"
 #include "Quote.h"
-#include "ValueConversion.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -110,11 +110,6 @@ std::size_t FindKey(const KeyTable& table, std::string_view published)
 std::string_view Name(AttributeKey key)
 {
     return attributeKeys[static_cast<std::size_t>(key)];
-}
-
-std::string_view Name(DependencyKey key)
-{
-    return dependencyKeys[static_cast<std::size_t>(key)];
 }
 
 std::optional<AttributeKey> FindAttributeKey(std::string_view published)

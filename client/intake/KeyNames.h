@@ -79,7 +79,6 @@ constexpr std::size_t CountOf(MenuKey /*kind*/)
 
 /** A key as the schema spells it today. */
 std::string_view Name(AttributeKey key);
-std::string_view Name(DependencyKey key);
 
 /** The key that a member of an attribute is read as; nothing when the schema has none like it. */
 std::optional<AttributeKey> FindAttributeKey(std::string_view published);

@@ -40,6 +40,11 @@ std::string Cut(std::string text, std::size_t mostBytes)
     return text;
 }
 
+std::string ShortName(const std::string& name)
+{
+    return Cut(name, Limits::namedBytes);
+}
+
 std::string Quote(const JsonValue& value)
 {
     return ToText(value, Limits::quotedBytes);

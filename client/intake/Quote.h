@@ -7,11 +7,14 @@
 
 namespace RedfishConfig::Client {
 
-/** What a JSON value is, for a finding: "an array". */
+/** What a JSON value is, for a finding: "a list". */
 const char* KindOf(const JsonValue& value);
 
 /** The text, cut between two characters and followed by "..." when it has more bytes. */
 std::string Cut(std::string text, std::size_t mostBytes);
+
+/** A name that is short enough for several to be in one sentence. */
+std::string ShortName(const std::string& name);
 
 /** A value as its document has it, cut where it is long. */
 std::string Quote(const JsonValue& value);

@@ -2,7 +2,7 @@
 
 #include "../Limits.h"
 #include "../intake/Quote.h"
-#include "../intake/ValueConversion.h"
+#include "../model/ValueConversion.h"
 
 #include <algorithm>
 #include <deque>
@@ -22,13 +22,6 @@ std::string Asked(const Test& test)
     condition.What = Condition::Kind::Test;
     condition.Asked = test;
     return Cut(ToText(condition), Limits::quotedBytes);
-}
-
-/** Whether an order relative to the value has a meaning. */
-bool IsNumber(const Value& value)
-{
-    const auto* text = std::get_if<std::string>(&value);
-    return std::holds_alternative<std::int64_t>(value) || (text != nullptr && ReadDecimal(*text));
 }
 
 /**
@@ -61,11 +54,6 @@ Comparison Inverse(Comparison compare)
         break;
     }
     return Comparison::Greater;
-}
-
-bool IsOrder(Comparison compare)
-{
-    return compare != Comparison::Equal && compare != Comparison::NotEqual;
 }
 
 /** @param compare an order */
@@ -156,11 +144,6 @@ private:
     std::vector<ChoiceGroup> m_Groups; // by root
 };
 
-std::string Named(const std::string& name)
-{
-    return Cut(name, 100);
-}
-
 std::string Demanded(const ValueSet& set)
 {
     return set == ValueSet::NoValue() ? "to have no value" : "to be " + ToText(set);
@@ -204,15 +187,10 @@ public:
         if (m_Attribute.IsPassword() || test.Of != Property::CurrentValue) {
             return {};
         }
-        const auto* text = std::get_if<std::string>(&test.Operand);
-        const bool isNumber =
-            std::holds_alternative<std::int64_t>(test.Operand) || (text != nullptr && ReadDecimal(*text));
-        if (IsOrder(test.Compare) && !isNumber) {
-            return {ValueSet::Nothing(), ValueSet::Nothing()}; // whether it holds is never known
-        }
         if (IsOrderOfChoices(test)) {
             return OrderOfChoices(test);
         }
+        const auto* text = std::get_if<std::string>(&test.Operand);
         const ChoiceGroup* group = IsEnumeration() && text != nullptr ? m_Groups.Find(*text) : nullptr;
         if (group != nullptr) {
             test.Operand = m_Attribute.Choices[group->First].Name;
@@ -233,7 +211,7 @@ private:
 
     bool IsOrderOfChoices(const Test& test) const
     {
-        return IsEnumeration() && test.Of == Property::CurrentValue && IsOrder(test.Compare) &&
+        return IsEnumeration() && test.Of == Property::CurrentValue && !IsEquality(test.Compare) &&
                std::holds_alternative<std::string>(test.Operand) && !m_WithValue.IsComplementOfTexts();
     }
 
@@ -384,13 +362,13 @@ private:
         if (!Spend(domain.WorkFor(test))) {
             return {};
         }
-        States states = domain.Fulfilling(test);
-        if (IsOrder(test.Compare) && !IsNumber(test.Operand)) {
-            return NeverKnown();
+        if (test.Of == Property::CurrentValue && !IsEquality(test.Compare) && !NumberOf(test.Operand)) {
+            return NeverKnown(); // only numbers have an order
         }
+        States states = domain.Fulfilling(test);
         if (!states.May.Meets(domain.Possible())) {
             Contradict(states.May.IsEmpty() ? "needs " + Asked(test)
-                                            : "needs " + Named(NameOf(test.Source)) + " " + Demanded(states.May));
+                                            : "needs " + ShortName(NameOf(test.Source)) + " " + Demanded(states.May));
             return {};
         }
         Demand demand;
@@ -570,7 +548,7 @@ private:
     void ContradictBoth(const Demand& left, const Demand& right)
     {
         if (m_Contradiction.empty()) {
-            Contradict("needs " + Named(NameOf(left.Attribute)) + " " + Demanded(m_Sets[left.May]) + " and also " +
+            Contradict("needs " + ShortName(NameOf(left.Attribute)) + " " + Demanded(m_Sets[left.May]) + " and also " +
                        Demanded(m_Sets[right.May]));
         }
     }

@@ -33,18 +33,6 @@ bool IsLocking(Property property)
     return std::find(lockingFlags.begin(), lockingFlags.end(), property) != lockingFlags.end();
 }
 
-/** Short enough that several fit into a finding. */
-std::string Named(const std::string& name)
-{
-    return Cut(name, 100);
-}
-
-bool GivesTrue(const Rule& rule)
-{
-    const auto* value = std::get_if<Value>(&rule.Outcome);
-    return value != nullptr && *value == Value(true);
-}
-
 /** Finds what is odd about the rules of a registry, and about attributes by their rules. */
 class RegistryLint {
 public:
@@ -93,21 +81,22 @@ private:
     std::string What(const Rule& rule) const
     {
         return std::string(Name(rule.Decides)) + " of " + (rule.Target == noAttribute ? "the menu " : "") +
-               Named(rule.TargetName);
+               ShortName(rule.TargetName);
     }
 
     /** "whatever Lid is" */
     std::string Whatever(const Certainty& always) const
     {
-        const std::string name = Named(m_Model.Attributes()[always.Attribute].Name);
+        const std::string name = ShortName(m_Model.Attributes()[always.Attribute].Name);
         return always.WithoutValue ? "whatever " + name + " is" : "whatever value " + name + " has";
     }
 
     /** Without a value of that attribute, whether the rules hold is not known. */
     std::string Unless(const Certainty& always) const
     {
-        return always.WithoutValue ? ""
-                                   : " while " + Named(m_Model.Attributes()[always.Attribute].Name) + " has a value";
+        return always.WithoutValue
+                   ? ""
+                   : " while " + ShortName(m_Model.Attributes()[always.Attribute].Name) + " has a value";
     }
 
     void AboutRule(std::size_t rule)
@@ -162,7 +151,7 @@ private:
         if (rule.Target == noAttribute && IsLocking(rule.Decides) &&
             !m_IsTakenAway[static_cast<std::size_t>(rule.Decides)]) {
             m_Findings.Add(Severity::Warning, FindingKind::NeverChangeable, m_Model.PointerToRule(index),
-                           "the settings in the menu " + Named(rule.TargetName) + " are " +
+                           "the settings in the menu " + ShortName(rule.TargetName) + " are " +
                                std::string(Name(rule.Decides)) + " " + Whatever(always),
                            "they can never be changed" + Unless(always));
         }
@@ -246,7 +235,7 @@ private:
             number != nullptr && attribute.Type == AttributeType::Integer) {
             CheckDefault(index, *number, {Property::LowerBound, attribute.LowerBound},
                          {Property::UpperBound, attribute.UpperBound},
-                         "the default " + std::to_string(*number) + " of " + Named(attribute.Name));
+                         "the default " + std::to_string(*number) + " of " + ShortName(attribute.Name));
         }
         if (attribute.IsText()) {
             const auto* secret = std::get_if<Secret>(&attribute.DefaultValue);
@@ -257,7 +246,7 @@ private:
                     attribute.IsPassword() ? "" : ", " + std::to_string(text->size()) + " bytes,";
                 CheckDefault(index, static_cast<std::int64_t>(text->size()), {Property::MinLength, attribute.MinLength},
                              {Property::MaxLength, attribute.MaxLength},
-                             "the default of " + Named(attribute.Name) + length);
+                             "the default of " + ShortName(attribute.Name) + length);
             }
         }
     }
@@ -302,7 +291,7 @@ private:
             for (const Lock& lock : m_Locks[index]) {
                 if (lock.Flag == flag) {
                     m_Findings.Add(Severity::Warning, FindingKind::NeverChangeable, m_Model.PointerToAttribute(index),
-                                   Named(attribute.Name) + " is " + std::string(Name(flag)) + " " +
+                                   ShortName(attribute.Name) + " is " + std::string(Name(flag)) + " " +
                                        Whatever(lock.Always) + ", by its rules",
                                    "the setting can never be changed" + Unless(lock.Always));
                     return;
@@ -314,7 +303,7 @@ private:
                                              [this](std::size_t rule) { return !GivesTrue(m_Model.Rules()[rule]); });
         if (attribute.Flags.Has(Property::Immutable) && !isTakenAway) {
             m_Findings.Add(Severity::Note, FindingKind::NeverChangeable, m_Model.PointerToAttribute(index),
-                           Named(attribute.Name) + " is Immutable, and no rule takes that away",
+                           ShortName(attribute.Name) + " is Immutable, and no rule takes that away",
                            "the setting can never be changed");
         }
     }
@@ -382,7 +371,7 @@ private:
         for (std::size_t step = 0; step < std::min(cycle.Edges.size(), namedSteps); ++step) {
             const std::size_t edge = cycle.Edges[step];
             path += (step == 0 ? "" : ", ") + What(m_Model.Rules()[edges.Rules[edge]]) + " depends on " +
-                    Named(m_Model.Attributes()[edges.List[edge].To].Name);
+                    ShortName(m_Model.Attributes()[edges.List[edge].To].Name);
         }
         path = Cut(std::move(path), Limits::quotedBytes);
         if (cycle.Edges.size() > namedSteps) {

@@ -34,12 +34,6 @@ std::string Joined(std::vector<std::string> items)
     return text;
 }
 
-/** Short enough that several fit into a finding. */
-std::string Named(const std::string& name)
-{
-    return Cut(name, 100);
-}
-
 std::string Given(const Outcome& outcome)
 {
     const auto* value = std::get_if<Value>(&outcome);
@@ -93,7 +87,7 @@ private:
         if (!flags.empty()) {
             m_Findings.About(NameOf(attribute));
             m_Findings.Add(Severity::Note, FindingKind::UnexplainedFlag, m_Model.PointerToAttribute(attribute),
-                           Named(NameOf(attribute)) + " is marked " + Joined(std::move(flags)) +
+                           ShortName(NameOf(attribute)) + " is marked " + Joined(std::move(flags)) +
                                " by the registry, and no rule for that is true",
                            "it counts as marked so for all values");
         }
@@ -112,7 +106,7 @@ private:
         m_Findings.About(NameOf(attribute), m_Model.Rules()[first].Position);
         if (std::find(inForce.Allowed.begin(), inForce.Allowed.end(), true) == inForce.Allowed.end()) {
             m_Findings.Add(Severity::Warning, FindingKind::NoChoiceLeft, m_Model.PointerToRule(first),
-                           Named(NameOf(attribute)) + " has no choice left by " + Positions(inForce.Rules),
+                           ShortName(NameOf(attribute)) + " has no choice left by " + Positions(inForce.Rules),
                            "no value of it is accepted");
             return;
         }
@@ -120,7 +114,7 @@ private:
         for (std::size_t choice = 0; choice < inForce.Choices.size(); ++choice) {
             if (value == Value(inForce.Choices[choice].Name) && !inForce.Allowed[choice]) {
                 m_Findings.Add(Severity::Warning, FindingKind::ValueNotAllowed, m_Model.PointerToRule(first),
-                               Named(NameOf(attribute)) + " is " + Cut(ToQuotedText(value), 100) +
+                               ShortName(NameOf(attribute)) + " is " + Cut(ToQuotedText(value), 100) +
                                    ", a choice that is not left by " + Positions(inForce.Rules),
                                "the setting has the value all the same, and could not be set back to it");
             }
@@ -145,7 +139,7 @@ private:
         }
         m_Findings.About(NameOf(attribute), m_Model.Rules()[*other].Position);
         m_Findings.Add(Severity::Warning, FindingKind::OppositeOutcome, m_Model.PointerToRule(*other),
-                       std::string(Name(property)) + " of " + Named(NameOf(attribute)) + " is " + Given(outcome) +
+                       std::string(Name(property)) + " of " + ShortName(NameOf(attribute)) + " is " + Given(outcome) +
                            " by rule " + Position(*first) + " and " + Given(m_Model.Rules()[*other].Outcome) +
                            " by rule " + Position(*other) + ", and both hold",
                        "rule " + Position(*first) + " counts, as the first");
@@ -155,7 +149,7 @@ private:
     {
         m_Findings.About(NameOf(deviation.Attribute), m_Model.Rules()[deviation.Rule].Position);
         m_Findings.Add(Severity::Note, FindingKind::DifferentFromRule, m_Model.PointerToRule(deviation.Rule),
-                       Named(NameOf(deviation.Attribute)) + " is " +
+                       ShortName(NameOf(deviation.Attribute)) + " is " +
                            Cut(ToQuotedText(m_Now.ValueOf(deviation.Attribute)), 100) + ", and rule " +
                            Position(deviation.Rule) + ", which holds, gives it " + Given(deviation.Given),
                        "nothing corrects it: the rule acts when something changes");

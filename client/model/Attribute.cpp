@@ -1,6 +1,6 @@
 #include <RedfishConfig/Client/Attribute.h>
 
-#include "../intake/ValueConversion.h"
+#include "ValueConversion.h"
 
 #include <algorithm>
 #include <iterator>

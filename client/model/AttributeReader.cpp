@@ -3,7 +3,7 @@
 #include "../intake/JsonPointer.h"
 #include "../intake/KeyNames.h"
 #include "../intake/Quote.h"
-#include "../intake/ValueConversion.h"
+#include "ValueConversion.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
 #include "ConditionPrograms.h"
 
-#include "../intake/ValueConversion.h"
+#include "ValueConversion.h"
 
 #include <algorithm>
 #include <numeric>
@@ -38,16 +38,6 @@ bool HaveOneInCommon(const std::vector<std::uint32_t>& left, const std::vector<s
     return false;
 }
 
-/** The number by which a value is ordered; texts have one when they are decimal integers. */
-std::optional<std::int64_t> NumberOf(const Value& value)
-{
-    if (const auto* number = std::get_if<std::int64_t>(&value)) {
-        return *number;
-    }
-    const auto* text = std::get_if<std::string>(&value);
-    return text != nullptr ? ReadDecimal(*text) : std::nullopt;
-}
-
 /** An order of operands, so that equal ones are neighbours. Those of passwords are never looked at. */
 bool IsBefore(const Value& left, const Value& right)
 {
@@ -68,12 +58,6 @@ bool IsNegated(Comparison comparison)
 {
     return comparison == Comparison::NotEqual || comparison == Comparison::Greater ||
            comparison == Comparison::GreaterOrEqual;
-}
-
-bool Counts(const Condition& condition)
-{
-    const bool hasNoParts = condition.What == Condition::Kind::Test || condition.What == Condition::Kind::Unknown;
-    return hasNoParts || std::any_of(condition.Parts.begin(), condition.Parts.end(), Counts);
 }
 
 bool IsJoined(const Condition& condition)
@@ -255,10 +239,9 @@ private:
         CodedTest coded;
         coded.Source = test.Source;
         coded.Operand = &test.Operand;
-        const bool isEquality = test.Compare == Comparison::Equal || test.Compare == Comparison::NotEqual;
         if (!HasValue(test.Operand)) {
             coded.What = CodedTest::Kind::HasNoValue;
-        } else if (!isEquality) { // a greater than b is not a less or equal b
+        } else if (!IsEquality(test.Compare)) { // a greater than b is not a less or equal b
             const bool isStrict = test.Compare == Comparison::Less || test.Compare == Comparison::GreaterOrEqual;
             coded.What = isStrict ? CodedTest::Kind::Less : CodedTest::Kind::LessOrEqual;
         }

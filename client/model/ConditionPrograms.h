@@ -1,9 +1,9 @@
 #pragma once
 
 #include <RedfishConfig/Client/Attribute.h>
-#include <RedfishConfig/Client/Evaluate.h>
 #include <RedfishConfig/Client/Rule.h>
 #include <RedfishConfig/Client/SystemValues.h>
+#include <RedfishConfig/Client/Truth.h>
 
 #include <cstddef>
 #include <cstdint>

@@ -23,6 +23,12 @@ std::string NormalPath(std::string_view path)
     return normal;
 }
 
+/** How much of a normal path ends with its level @p level, or what follows the last level that is looked at. */
+std::size_t EndOfLevel(const std::string& path, std::size_t begin, std::size_t level)
+{
+    return level < Limits::menuLevels ? std::min(path.find('/', begin + 1), path.size()) : path.size();
+}
+
 bool EndsWith(const std::string& path, const std::string& end)
 {
     return !end.empty() && path.size() >= end.size() && path.compare(path.size() - end.size(), end.size(), end) == 0;
@@ -57,8 +63,8 @@ std::vector<std::size_t> MenuPaths::Along(std::string_view menuPath) const
     const std::string path = NormalPath(menuPath);
     std::vector<std::size_t> menus;
     std::size_t end = 0;
-    for (std::size_t level = 0; level < Limits::menuLevels && end < path.size(); ++level) {
-        end = std::min(path.find('/', end + 1), path.size());
+    for (std::size_t level = 1; end < path.size(); ++level) {
+        end = EndOfLevel(path, end, level);
         const std::string_view here = std::string_view(path).substr(0, end);
         auto found = std::lower_bound(m_Paths.begin(), m_Paths.end(), here,
                                       [](const auto& entry, std::string_view key) { return entry.first < key; });

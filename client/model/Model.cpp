@@ -33,7 +33,7 @@ JsonValue ArrayMember(const RegistryDocument& document, const char* key, bool is
     return {};
 }
 
-/** The distinct attributes that a condition reads the values of. */
+/** The attributes that a condition reads the values of; one may come several times. */
 void CollectSources(const Condition& condition, std::vector<std::size_t>& sources)
 {
     if (condition.Asked.Source != noAttribute && condition.Asked.Of == Property::CurrentValue) {
@@ -42,6 +42,13 @@ void CollectSources(const Condition& condition, std::vector<std::size_t>& source
     for (const Condition& part : condition.Parts) {
         CollectSources(part, sources);
     }
+}
+
+/** Brings numbers into order, each once. */
+void KeepEachOnce(std::vector<std::size_t>& numbers)
+{
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
 }
 
 /** Pairs of a key and an item, in the order in which they are added to a key. */
@@ -90,64 +97,81 @@ std::shared_ptr<const Model> Model::Read(const RegistryDocument& document)
 
 void Model::BuildIndices(Client::Findings& findings)
 {
-    const MenuPaths paths(m_Menus);
-    Pairs menus;
-    std::vector<std::vector<std::size_t>> below(m_Menus.size()); // the attributes in each menu
-    std::optional<std::string_view> path;                        // of the attribute before, as many share one
-    std::vector<std::size_t> along;
-    for (std::size_t attribute = 0; attribute < m_Attributes.size() && !m_Menus.empty(); ++attribute) {
-        const std::optional<std::string>& own = m_Attributes[attribute].MenuPath;
-        if (own && path != *own) {
-            path = *own;
-            along = paths.Along(*own);
-        }
-        const bool isTooMany = own && menus.size() + along.size() > Limits::menuRuleTargets;
-        for (const std::size_t menu : own && !isTooMany ? along : std::vector<std::size_t>()) {
-            menus.emplace_back(attribute, menu);
-            below[menu].push_back(attribute);
-        }
-        if (isTooMany) {
-            findings.About(m_Attributes[attribute].Name);
-            findings.Add(Severity::Error, FindingKind::TooLarge, PointerToAttribute(attribute),
-                         "settings are in more menus than can be kept", "those of this one do not count");
-        }
-    }
+    std::vector<std::vector<std::size_t>> below(m_Menus.size());
+    FindMenus(below, findings);
+    constexpr std::size_t mostTargets = Limits::menuRuleTargets;
     Pairs deciding, reading;
-    std::vector<std::size_t> sources, targets;
+    std::vector<std::size_t> sources;
     for (std::size_t rule = 0; rule < m_Rules.size(); ++rule) {
-        targets.clear();
-        if (m_Rules[rule].Target != noAttribute) {
-            targets.push_back(m_Rules[rule].Target);
-        }
-        std::size_t belowMenus = 0;
-        for (const std::size_t menu : m_Rules[rule].TargetMenus) {
-            belowMenus += below[menu].size();
-        }
-        if (belowMenus > 0 && deciding.size() + belowMenus > Limits::menuRuleTargets) {
-            findings.About(m_Rules[rule].TargetName, m_Rules[rule].Position);
-            findings.Add(Severity::Error, FindingKind::TooLarge, PointerToRule(rule),
-                         "rules on menus decide more settings than can be kept", "the rule does not count");
-            belowMenus = 0;
-        }
-        for (const std::size_t menu : belowMenus > 0 ? m_Rules[rule].TargetMenus : std::vector<std::size_t>()) {
-            targets.insert(targets.end(), below[menu].begin(), below[menu].end());
-        }
-        std::sort(targets.begin(), targets.end()); // a setting may be in two menus of one name
-        targets.erase(std::unique(targets.begin(), targets.end()), targets.end());
-        for (const std::size_t target : targets) {
+        for (const std::size_t target :
+             TargetsOf(rule, below, mostTargets - std::min(mostTargets, deciding.size()), findings)) {
             deciding.emplace_back(target * propertyCount + static_cast<std::size_t>(m_Rules[rule].Decides), rule);
         }
         sources.clear();
         CollectSources(m_Rules[rule].When, sources);
-        std::sort(sources.begin(), sources.end());
-        sources.erase(std::unique(sources.begin(), sources.end()), sources.end());
+        KeepEachOnce(sources);
         for (const std::size_t source : sources) {
             reading.emplace_back(source, rule);
         }
     }
     m_RulesFor = Lists(m_Attributes.size() * propertyCount, deciding);
     m_RulesReading = Lists(m_Attributes.size(), reading);
+}
+
+/** @param below receives the attributes in each menu, ascending */
+void Model::FindMenus(std::vector<std::vector<std::size_t>>& below, Client::Findings& findings)
+{
+    const MenuPaths paths(m_Menus);
+    Pairs menus;
+    std::optional<std::string_view> path; // of the attribute before, as many share one
+    std::vector<std::size_t> along;
+    for (std::size_t attribute = 0; attribute < m_Attributes.size() && !m_Menus.empty(); ++attribute) {
+        const std::optional<std::string>& own = m_Attributes[attribute].MenuPath;
+        if (!own) {
+            continue;
+        }
+        if (path != *own) {
+            path = *own;
+            along = paths.Along(*own);
+        }
+        if (menus.size() + along.size() > Limits::menuRuleTargets) {
+            findings.About(m_Attributes[attribute].Name);
+            findings.Add(Severity::Error, FindingKind::TooLarge, PointerToAttribute(attribute),
+                         "settings are in more menus than can be kept", "those of this one do not count");
+            continue;
+        }
+        for (const std::size_t menu : along) {
+            menus.emplace_back(attribute, menu);
+            below[menu].push_back(attribute);
+        }
+    }
     m_MenusOf = Lists(m_Attributes.size(), menus);
+}
+
+/** The attributes that a rule is for; none, with a finding, when a rule on a menu is for more than @p most. */
+std::vector<std::size_t> Model::TargetsOf(std::size_t index, const std::vector<std::vector<std::size_t>>& below,
+                                          std::size_t most, Client::Findings& findings) const
+{
+    const Rule& rule = m_Rules[index];
+    if (rule.Target != noAttribute) {
+        return {rule.Target};
+    }
+    std::size_t count = 0;
+    for (const std::size_t menu : rule.TargetMenus) {
+        count += below[menu].size();
+    }
+    if (count > most) {
+        findings.About("", rule.Position);
+        findings.Add(Severity::Error, FindingKind::TooLarge, PointerToRule(index),
+                     "rules on menus decide more settings than can be kept", "the rule does not count");
+        return {};
+    }
+    std::vector<std::size_t> targets;
+    for (const std::size_t menu : rule.TargetMenus) {
+        targets.insert(targets.end(), below[menu].begin(), below[menu].end());
+    }
+    KeepEachOnce(targets); // a setting may be in two menus of one name
+    return targets;
 }
 
 Model::Lists::Lists(std::size_t keys, const Pairs& pairs) : Begin(keys + 1, 0), Items(pairs.size())

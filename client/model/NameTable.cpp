@@ -1,6 +1,6 @@
 #include "NameTable.h"
 
-#include "../intake/ValueConversion.h"
+#include "ValueConversion.h"
 
 #include <algorithm>
 

@@ -22,7 +22,7 @@ std::string OperandText(const Value& operand)
         return ToText(operand);
     }
     const bool isWord = !text->empty() && text->find_first_of(" \t\r\n\"()=!<>&|") == std::string::npos;
-    return isWord ? Cut(*text, 100) : ToQuotedText(operand);
+    return isWord ? ShortName(*text) : ToQuotedText(operand);
 }
 
 std::string TestText(const Test& test)
@@ -75,6 +75,18 @@ std::string_view Sign(Comparison comparison)
 std::string_view Word(RuleForm form)
 {
     return formWords[static_cast<std::size_t>(form)];
+}
+
+bool Counts(const Condition& condition)
+{
+    const bool hasNoParts = condition.What == Condition::Kind::Test || condition.What == Condition::Kind::Unknown;
+    return hasNoParts || std::any_of(condition.Parts.begin(), condition.Parts.end(), Counts);
+}
+
+bool GivesTrue(const Rule& rule)
+{
+    const auto* value = std::get_if<Value>(&rule.Outcome);
+    return value != nullptr && *value == Value(true);
 }
 
 std::string ToText(const Condition& condition)

@@ -2,7 +2,7 @@
 
 #include "../Limits.h"
 #include "../intake/Quote.h"
-#include "../intake/ValueConversion.h"
+#include "ValueConversion.h"
 
 #include <algorithm>
 #include <utility>

@@ -4,9 +4,9 @@
 #include "../intake/JsonPointer.h"
 #include "../intake/KeyNames.h"
 #include "../intake/Quote.h"
-#include "../intake/ValueConversion.h"
 #include "RuleForm.h"
 #include "TermReader.h"
+#include "ValueConversion.h"
 
 #include <algorithm>
 #include <optional>
@@ -75,7 +75,7 @@ private:
         rule.Position = position;
         rule.TargetName = published.Inner[DependencyKey::MapToAttribute].Text();
         rule.DependencyFor = published.Outer[RuleKey::DependencyFor].Text();
-        m_Findings.About(rule.TargetName, position);
+        m_Findings.About("", position);
         if (published.Outer.HasRenamedKeys() || published.Inner.HasRenamedKeys()) {
             published.Outer.ReportKeys(Pointer(rule), m_Findings);
             published.Inner.ReportKeys(Member(Pointer(rule), published.Outer.KeyOf(RuleKey::Dependency)), m_Findings);

@@ -3,7 +3,7 @@
 #include "../intake/Findings.h"
 #include "../intake/JsonPointer.h"
 #include "../intake/Quote.h"
-#include "../intake/ValueConversion.h"
+#include "ValueConversion.h"
 
 #include <algorithm>
 #include <map>
@@ -103,23 +103,20 @@ Value SystemValues::Translate(std::size_t attribute, const Value& value) const
     if (published.Type != AttributeType::Enumeration || text == nullptr) {
         return typed;
     }
-    const auto otherName = [&](const Choice& choice) -> const std::string& {
-        return m_UsesDisplayNames[attribute] ? choice.Name : choice.DisplayName;
-    };
     const std::vector<Choice>& choices = published.Choices;
     if (std::any_of(choices.begin(), choices.end(),
                     [&](const Choice& choice) { return NameOf(attribute, choice) == *text; })) {
         return typed;
     }
-    const auto named =
-        std::find_if(choices.begin(), choices.end(), [&](const Choice& choice) { return otherName(choice) == *text; });
+    const auto named = std::find_if(choices.begin(), choices.end(),
+                                    [&](const Choice& choice) { return OtherNameOf(attribute, choice) == *text; });
     if (named == choices.end()) {
         return typed;
     }
     // one name for several choices, or several names for one text, would say something else
     const std::string& name = NameOf(attribute, *named);
     const bool isClear = std::all_of(choices.begin(), choices.end(), [&](const Choice& choice) {
-        return (NameOf(attribute, choice) == name) == (otherName(choice) == *text);
+        return (NameOf(attribute, choice) == name) == (OtherNameOf(attribute, choice) == *text);
     });
     return isClear ? Value(name) : typed;
 }
@@ -140,7 +137,7 @@ bool SystemValues::AreSame(std::size_t attribute, const Value& left, const Value
     const bool otherIsValue = isValue(*other);
     return std::any_of(published.Choices.begin(), published.Choices.end(), [&](const Choice& choice) {
         const std::string& own = NameOf(attribute, choice);
-        const std::string& shown = m_UsesDisplayNames[attribute] ? choice.Name : choice.DisplayName;
+        const std::string& shown = OtherNameOf(attribute, choice);
         return (oneIsValue ? own : shown) == *one && (otherIsValue ? own : shown) == *other;
     });
 }
@@ -150,9 +147,8 @@ std::vector<Choice> SystemValues::ChoicesOf(std::size_t attribute) const
     std::vector<Choice> choices;
     std::set<std::string_view> names;
     for (const Choice& choice : m_Model->Attributes()[attribute].Choices) {
-        const bool swapped = m_UsesDisplayNames[attribute];
         if (names.insert(NameOf(attribute, choice)).second) {
-            choices.push_back({NameOf(attribute, choice), swapped ? choice.Name : choice.DisplayName});
+            choices.push_back({NameOf(attribute, choice), OtherNameOf(attribute, choice)});
         }
     }
     return choices;

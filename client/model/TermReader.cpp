@@ -2,7 +2,7 @@
 
 #include "../intake/JsonPointer.h"
 #include "../intake/Quote.h"
-#include "../intake/ValueConversion.h"
+#include "ValueConversion.h"
 
 #include <algorithm>
 #include <optional>
@@ -24,11 +24,6 @@ std::optional<Comparison> FindComparison(std::string_view word)
         }
     }
     return EqualIgnoringCase(word, "EQ") ? std::optional(Comparison::Equal) : std::nullopt; // published as well
-}
-
-bool IsEquality(Comparison comparison)
-{
-    return comparison == Comparison::Equal || comparison == Comparison::NotEqual;
 }
 
 Condition MakeTest(Test test)
@@ -184,9 +179,7 @@ void TermReader::CheckOperand(const Test& test, const JsonValue& operand, const 
     }
     const auto* text = std::get_if<std::string>(&test.Operand);
     if (!IsEquality(test.Compare)) {
-        const bool hasOrder =
-            text != nullptr ? ReadDecimal(*text).has_value() : test.Operand.index() == Value(std::int64_t()).index();
-        if (!hasOrder) {
+        if (!NumberOf(test.Operand)) {
             m_Findings.Add(Severity::Warning, FindingKind::OrderOfTexts, Pointer(),
                            what() + " by " + std::string(Name(test.Compare)) + ", and only numbers have an order",
                            "whether the term holds is never known");

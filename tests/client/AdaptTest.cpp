@@ -1330,4 +1330,25 @@ TEST(AdaptedWorlds, AgreeWithTheEvaluation)
     EXPECT_GT(undecided, worlds / 20);
 }
 
+TEST(AdaptedFlags, StayTrueBesideARuleWithoutAFormThatAsksTheController)
+{
+    RegistryBuilder registry;
+    registry.Attribute("A", "String", {{"MinLength", 1}}).Attribute("T", "Boolean", {{"ReadOnly", true}});
+    registry.Rule("T", "ReadOnly", true, {Term{"A", "EQU", "x"}});
+    registry.Rule("T", "ReadOnly", true, {Term{"SYSACS", "EQU", "y", "AND"}});
+    const auto model = Model::Read(ReadRegistryDocument(registry.Text()));
+    ValuesDocument then;
+    then.Values = {{"A", std::string("x")}};
+    ValuesDocument now;
+    now.Values = {{"A", std::string("y")}};
+    const Evaluation evaluation = Evaluation(SystemValues(model, then)).ForValues(SystemValues(model, now));
+    const Verdict verdict = evaluation.Of(model->Find("T").value(), Property::ReadOnly);
+    EXPECT_TRUE(verdict.Value);
+    EXPECT_FALSE(verdict.Certain);
+
+    Adaptation adapted = AdaptRegistry(registry.Json(), then.Values);
+    adapted.Values["A"] = std::string("y");
+    EXPECT_TRUE(StatusOfAll(adapted).at("T").ReadOnly.Value);
+}
+
 } // namespace

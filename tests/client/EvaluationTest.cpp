@@ -378,6 +378,34 @@ TEST_F(RuleMeaning, MenusCountForEverySettingBelow)
     }
 }
 
+TEST_F(RuleMeaning, MenusDeepDownCountToo)
+{
+    std::string path = ".";
+    for (int level = 0; level < 40; ++level) {
+        path += "/M" + std::to_string(level);
+    }
+    m_Registry.Attribute("Deep", "Boolean", {{"MenuPath", path}});
+    json::value document = m_Registry.Json();
+    document.at("RegistryEntries").as_object()["Menus"] =
+        json::array{{{"MenuName", "M39"}, {"MenuPath", path}, {"ReadOnly", true}}};
+    const auto model = Model::Read(ReadRegistryDocument(json::serialize(document)));
+    EXPECT_EQ(Word(VerdictOf(Evaluation(SystemValues(model)), "Deep", Property::ReadOnly)), "true!");
+}
+
+TEST_F(RuleMeaning, FindingsOnRulesOfMenusAreAboutNoSingleAttribute)
+{
+    m_Registry.Attribute("Inner", "Boolean", {{"MenuPath", "./Main"}});
+    m_Registry.Rule("Main", "Hidden", true, {Term{"Gone", "EQU", 1}});
+    m_Registry.Rule("Inner", "Hidden", true, {Term{"Gone", "EQU", 1}});
+    json::value document = m_Registry.Json();
+    document.at("RegistryEntries").as_object()["Menus"] = json::array{{{"MenuName", "Main"}, {"MenuPath", "./Main"}}};
+    const auto model = Model::Read(ReadRegistryDocument(json::serialize(document)));
+    ASSERT_EQ(model->Findings().size(), 2U);
+    EXPECT_EQ(model->Findings()[0].Attribute, "");
+    EXPECT_EQ(model->Findings()[0].Rule, 0U);
+    EXPECT_EQ(model->Findings()[1].Attribute, "Inner");
+}
+
 TEST_F(RuleMeaning, ListsOfChoicesInForceAreIntersected)
 {
     m_Registry.Rule("Mode", "Value", json::array{"Uefi", "Legacy boot"}, {Term{"Switch", "EQU", true}});

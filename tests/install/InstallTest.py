@@ -66,7 +66,7 @@ def main():
     client_headers = sorted((prefix / "include" / "RedfishConfig" / "Client").glob("*.h"))
     expect({header.name for header in client_headers} == {
         "Adapt.h", "Attribute.h", "Cascade.h", "Client.h", "Documents.h", "Evaluate.h", "Finding.h", "Json.h", "Lint.h",
-        "Model.h", "Rule.h", "SystemValues.h", "Value.h", "ValueSet.h"}, f"client headers: {client_headers}")
+        "Model.h", "Rule.h", "SystemValues.h", "Truth.h", "Value.h", "ValueSet.h"}, f"client headers: {client_headers}")
     client_umbrella = (prefix / "include" / "RedfishConfig" / "Client" / "Client.h").read_text()
     for header in client_headers:
         expect(header.name == "Client.h" or f"<RedfishConfig/Client/{header.name}>" in client_umbrella,

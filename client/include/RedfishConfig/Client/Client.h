@@ -21,6 +21,8 @@
 
 #include <RedfishConfig/Client/SystemValues.h>
 
+#include <RedfishConfig/Client/Truth.h>
+
 #include <RedfishConfig/Client/Evaluate.h>
 
 #include <RedfishConfig/Client/Cascade.h>

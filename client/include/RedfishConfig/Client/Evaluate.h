@@ -7,6 +7,7 @@
 
 #include <RedfishConfig/Client/Model.h>
 #include <RedfishConfig/Client/SystemValues.h>
+#include <RedfishConfig/Client/Truth.h>
 #include <RedfishConfig/Export.h>
 
 #include <array>
@@ -20,17 +21,11 @@
 
 namespace RedfishConfig::Client {
 
-/** The order is that of three-valued logic: "and" is the least, "or" the greatest. */
-enum class Truth : std::uint8_t { False, Unknown, True };
-
-/** "false", "unknown", "true". */
-REDFISHCONFIG_EXPORT std::string_view Word(Truth truth);
-
 /** How far the registry's own flag can be relied on, by the values that came with the registry. */
 enum class FlagOrigin : std::uint8_t {
     NotSet,
     Explained,   ///< the rules were true then: a snapshot of what they gave; for other values the rules alone decide
-    Marked,      ///< no rule was true then, or there is none: it is true for all values
+    Marked,      ///< no rule made it true then, or there is none: it is true for all values
     Unexplained, ///< whether a rule was true then is not known: it stays true, which is not certain
 };
 
@@ -48,7 +43,7 @@ struct Explanation {
     std::vector<Explanation> Parts;
     const Test* Asked = nullptr; ///< of a Test; owned by the model
     Value Current;               ///< of a Test: what its source has
-    std::string Because;         ///< why it is unknown: "not reported by the system"; empty when it is not
+    std::string Because; ///< of a Test or an Unknown that is unknown: "the system does not report it"; else empty
 };
 
 /** The choices of an attribute, and which of them the rules leave. */

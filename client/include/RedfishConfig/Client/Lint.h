@@ -16,8 +16,10 @@
 namespace RedfishConfig::Client {
 
 /**
- * Finds defects that show only across rules and attributes; Model::Findings() has those of a single one:
+ * Finds defects that show across rules and attributes, or that take longer to find than reading does; Model::Findings()
+ * has the others:
  *
+ * - UnusablePattern: a pattern that the core library cannot match values against;
  * - NeverHolds: a rule that can never be true: in each alternative some attribute would need values that it cannot
  * have;
  * - AlwaysHolds: a rule that is true whatever value one attribute has, or several rules for one property that are so

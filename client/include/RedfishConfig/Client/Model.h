@@ -41,8 +41,9 @@ struct IndexRange {
 /** What became of the published rules of one form. */
 struct RuleCount {
     std::size_t Published = 0;
-    std::size_t Read = 0;    ///< in Model::Rules()
-    std::size_t LeftOut = 0; ///< without a target or property that exists, or without a meaning; each with a finding
+    std::size_t Read = 0; ///< in Model::Rules()
+    std::size_t LeftOut =
+        0; ///< without a target or property that exists, or an outcome that it can have; with a finding
 };
 
 /**
@@ -51,8 +52,8 @@ struct RuleCount {
  *
  * An attribute whose name differs from an earlier one in the case of letters alone is left out, with a finding, as are
  * those without a name. A rule is left out, with a finding, when its target is neither an attribute nor a menu, its
- * property is unknown, or its outcome is none that the property can have. A rule with terms that have no meaning stays:
- * these terms are never known.
+ * property is none of an attribute (or, on a menu, one of a single setting), or its outcome is none that the property
+ * can have. A rule with terms that have no meaning stays: these terms are never known.
  *
  * May be read by several threads.
  */
@@ -77,7 +78,8 @@ public:
     /** The rules that decide a property of an attribute, those on menus that it is in among them; indices. */
     IndexRange RulesFor(std::size_t attribute, Property property) const;
 
-    /** The rules that read an attribute; indices. */
+    /** The rules that read the value of an attribute, as terms without a meaning do; indices. Tests of flags are none.
+     */
     IndexRange RulesReading(std::size_t attribute) const;
 
     /** The menus that an attribute is in, as far as the registry describes them; indices. */
@@ -111,6 +113,9 @@ private:
     friend class ModelReader;
     Model();
     void BuildIndices(Client::Findings& findings);
+    void FindMenus(std::vector<std::vector<std::size_t>>& below, Client::Findings& findings);
+    std::vector<std::size_t> TargetsOf(std::size_t rule, const std::vector<std::vector<std::size_t>>& below,
+                                       std::size_t most, Client::Findings& findings) const;
 
     RegistryDocument m_Document; // its findings are not kept here
     std::string m_Id, m_Language, m_RegistryVersion;

@@ -41,6 +41,12 @@ struct Test {
     Value Operand; ///< of the source's type where it can be; none asks whether there is a value
 };
 
+/** Whether a comparison asks whether values are the same; else it is an order. */
+constexpr bool IsEquality(Comparison comparison)
+{
+    return comparison == Comparison::Equal || comparison == Comparison::NotEqual;
+}
+
 /** When a rule holds. */
 struct Condition {
     enum class Kind : std::uint8_t {
@@ -57,6 +63,9 @@ struct Condition {
     Client::Test Asked; ///< of a Test; of an Unknown its Source and Name tell what is read, where that is known
     std::string Cause;  ///< of an Unknown: why
 };
+
+/** Whether any part of a condition counts; else it is about the controller alone, and never holds. */
+REDFISHCONFIG_EXPORT bool Counts(const Condition& condition);
 
 /** The condition as a person reads it: "SysProfile != Custom and (A == 1 or not B > 2)". Passwords are covered. */
 REDFISHCONFIG_EXPORT std::string ToText(const Condition& condition);
@@ -90,6 +99,9 @@ struct Rule {
     Condition When;
     std::string DependencyFor; ///< as published; may name what triggers a rule for CurrentValue
 };
+
+/** Whether a rule makes a flag true. */
+REDFISHCONFIG_EXPORT bool GivesTrue(const Rule& rule);
 
 /** The rule in a line: "3: BootMode.ReadOnly = true when SecureBoot == Enabled". Passwords are covered. */
 REDFISHCONFIG_EXPORT std::string ToText(const Rule& rule);

@@ -65,6 +65,12 @@ public:
         return m_UsesDisplayNames[attribute] ? choice.DisplayName : choice.Name;
     }
 
+    /** The other one. */
+    const std::string& OtherNameOf(std::size_t attribute, const Choice& choice) const
+    {
+        return m_UsesDisplayNames[attribute] ? choice.Name : choice.DisplayName;
+    }
+
     /**
      * The choices of an attribute as its values use them: Name is the value, DisplayName the other name for a person.
      * Of choices whose values are the same the first counts.
@@ -80,7 +86,7 @@ public:
     /** Whether two values are the same for an attribute: of an enumeration, both may name one choice. */
     bool AreSame(std::size_t attribute, const Value& left, const Value& right) const;
 
-    /** Replaces a value, for instance by one that is only thought of. The setting counts as reported by the system. */
+    /** Replaces a value, for instance by one that is only thought of. The setting counts as present. */
     void Assume(std::size_t attribute, const Value& value);
 
     /** What is found in the values beside the model; @p values are those that these were read from. */

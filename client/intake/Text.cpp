@@ -1,8 +1,7 @@
-#include "ValueConversion.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <charconv>
-#include <utility>
 
 namespace RedfishConfig::Client {
 
@@ -21,41 +20,7 @@ std::optional<std::int64_t> ReadDigits(std::string_view digits, int base)
     return isWhole ? std::optional(number) : std::nullopt;
 }
 
-Value ToInteger(Value value)
-{
-    const auto* text = std::get_if<std::string>(&value);
-    const auto number = text != nullptr ? ReadInteger(*text) : std::nullopt;
-    return number ? Value(*number) : std::move(value);
-}
-
-Value ToBoolean(Value value)
-{
-    if (const auto* text = std::get_if<std::string>(&value)) {
-        const auto truth = ReadTruth(*text);
-        return truth ? Value(*truth) : std::move(value);
-    }
-    const auto* number = std::get_if<std::int64_t>(&value);
-    return number != nullptr && (*number == 0 || *number == 1) ? Value(*number == 1) : std::move(value);
-}
-
 } // namespace
-
-Value ReadValue(const JsonValue& json)
-{
-    if (json.IsText()) {
-        return std::string(json.Text());
-    }
-    if (const auto truth = json.Boolean()) {
-        return *truth;
-    }
-    const auto number = json.Integer();
-    return number ? Value(*number) : Value();
-}
-
-Value FromSettingValue(const SettingValue& value)
-{
-    return value ? std::visit([](const auto& held) { return Value(held); }, *value) : Value();
-}
 
 std::optional<std::int64_t> ReadDecimal(std::string_view text)
 {
@@ -82,38 +47,6 @@ std::optional<bool> ReadTruth(std::string_view text)
         return true;
     }
     return EqualIgnoringCase(text, "false") ? std::optional(false) : std::nullopt;
-}
-
-Value ConvertToType(Value value, AttributeType type)
-{
-    switch (type) {
-    case AttributeType::Integer:
-        return ToInteger(std::move(value));
-    case AttributeType::Boolean:
-        return ToBoolean(std::move(value));
-    case AttributeType::Password:
-        return HasValue(value) && !std::holds_alternative<Secret>(value) ? Value(Secret(ToText(value)))
-                                                                         : std::move(value);
-    default:
-        return HasValue(value) && !std::holds_alternative<std::string>(value) ? Value(ToText(value)) : std::move(value);
-    }
-}
-
-bool IsOfType(const Value& value, AttributeType type)
-{
-    switch (type) {
-    case AttributeType::Integer:
-        return !HasValue(value) || std::holds_alternative<std::int64_t>(value);
-    case AttributeType::Boolean:
-        return !HasValue(value) || std::holds_alternative<bool>(value);
-    default:
-        return true;
-    }
-}
-
-std::string QuoteValue(const Value& value, AttributeType type)
-{
-    return type == AttributeType::Password ? std::string("a password") : ToQuotedText(value);
 }
 
 std::string LowerCase(std::string_view text)

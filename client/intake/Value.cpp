@@ -1,7 +1,7 @@
 #include <RedfishConfig/Client/Value.h>
 
 #include "../Limits.h"
-#include "../intake/Quote.h"
+#include "Quote.h"
 
 #include <boost/json/serialize.hpp>
 #include <boost/json/string_view.hpp>
