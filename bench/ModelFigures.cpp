@@ -40,11 +40,15 @@ void ReadModel(const GeneratedSystem& system)
     benchmark::DoNotOptimize(Model::Read(ReadRegistryDocument(system.Registry)));
 }
 
-/** All that a further system of a model takes, but for the reading of its values. */
-void AddSystem(const ModelledSystem& modelled)
+constexpr int systemsInARow = 16;
+
+/** All that further systems of a model take one after the other, but for the reading of their values. */
+void AddSystems(const ModelledSystem& modelled)
 {
-    const SystemValues values(modelled.Rules, modelled.Values);
-    benchmark::DoNotOptimize(Evaluation(values));
+    for (int system = 0; system < systemsInARow; ++system) {
+        const SystemValues values(modelled.Rules, modelled.Values);
+        benchmark::DoNotOptimize(Evaluation(values));
+    }
 }
 
 /** The verdict of each flag of each setting, from the values on. */
@@ -73,8 +77,8 @@ void RegisterSystem(const std::string& name, const SharedSystem& modelled)
     benchmark::RegisterBenchmark(("further system of a model against parse/" + name).c_str(),
                                  [modelled](benchmark::State& state) {
                                      TimeInTurn(
-                                         state, furtherGoal, [&] { AddSystem(*modelled); },
-                                         [&] { Parse(modelled->System); });
+                                         state, furtherGoal, [&] { AddSystems(*modelled); },
+                                         [&] { Parse(modelled->System); }, {systemsInARow, 1});
                                  })
         ->UseManualTime();
 }

@@ -103,7 +103,8 @@ std::vector<std::string> RemarksOn(const Documents& documents)
     std::vector<std::string> remarks;
     for (const Finding& finding : documents.Published.Findings) {
         if (finding.Kind == FindingKind::UnusableValue) {
-            remarks.push_back(RemarkOnValue(documents.Files.Values, finding.Attribute, finding.Found));
+            remarks.push_back(documents.Files.Values + ": the value of " + finding.Attribute + " is " + finding.Found +
+                              " and counts as no value");
         }
     }
     return remarks;

@@ -132,10 +132,15 @@ const char* KindOf(const json::value& value)
     return value.is_uint64() ? "a number that does not fit 64 signed bits" : "not a whole number of 64 signed bits";
 }
 
+namespace {
+
+/** Tells that a value is left out. @param kind what it is instead of a value */
 std::string RemarkOnValue(const std::string& file, const std::string& name, const std::string& kind)
 {
     return file + ": the value of " + name + " is " + kind + " and is left out";
 }
+
+} // namespace
 
 RegistryInput RegistryFrom(const std::string& file, std::string text)
 {

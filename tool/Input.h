@@ -63,7 +63,4 @@ RegistryInput ReadRegistry(const std::string& file);
 ValuesInput ReadValues(const std::string& file);
 ValuesInput ValuesFrom(const std::string& file, const std::string& text);
 
-/** Tells that a value is left out. @param kind what it is instead of a value */
-std::string RemarkOnValue(const std::string& file, const std::string& name, const std::string& kind);
-
 } // namespace RedfishConfigTool

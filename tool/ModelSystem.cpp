@@ -39,6 +39,26 @@ void Refuse(int code, Excluded refusal, Answer& answer)
     answer.Reason = std::move(refusal.Reason);
 }
 
+/** Whether rules give bounds or lengths that the default does not keep. */
+bool IsDefaultRuledOut(const Client::Evaluation& evaluation, const Client::Attribute& inForce)
+{
+    using Client::Property;
+    const std::size_t index = evaluation.Of().Find(inForce.Name).value();
+    const Client::Value& value = inForce.DefaultValue;
+    const auto isBeyond = [&](std::int64_t measure, Property lower, const std::optional<std::int64_t>& least,
+                              Property upper, const std::optional<std::int64_t>& most) {
+        return (evaluation.RuleInForce(index, lower) && least && measure < *least) ||
+               (evaluation.RuleInForce(index, upper) && most && measure > *most);
+    };
+    if (const auto* number = std::get_if<std::int64_t>(&value)) {
+        return isBeyond(*number, Property::LowerBound, inForce.LowerBound, Property::UpperBound, inForce.UpperBound);
+    }
+    const auto* text = std::get_if<std::string>(&value);
+    return text != nullptr && inForce.IsText() &&
+           isBeyond(static_cast<std::int64_t>(text->size()), Property::MinLength, inForce.MinLength,
+                    Property::MaxLength, inForce.MaxLength);
+}
+
 } // namespace
 
 ModelSystem::ModelSystem(const Documents& documents, const SystemOptions& options, Secrets& secrets)
@@ -189,8 +209,8 @@ void ModelSystem::AnswerDescription(std::size_t attribute, Answer& answer) const
 
 ValueChecker ModelSystem::CheckerOf(const Setting& setting)
 {
-    return {Client::AttributeInForce(m_Evaluation, m_Values, setting.Index), m_Values.ChoicesOf(setting.Index),
-            KnownSecrets()};
+    const Client::Attribute inForce = Client::AttributeInForce(m_Evaluation, m_Values, setting.Index);
+    return {inForce, m_Values.ChoicesOf(setting.Index), KnownSecrets(), !IsDefaultRuledOut(m_Evaluation, inForce)};
 }
 
 Answer ModelSystem::Prepare(const Setting& setting, filterAction action, int refusalCode,
@@ -210,6 +230,7 @@ Answer ModelSystem::Prepare(const Setting& setting, filterAction action, int ref
     answer.Result = std::move(checked.Result);
     answer.Text = std::move(checked.PatchText);
     answer.Doubts = std::move(access.Doubts);
+    answer.DoubtAboutValue = Client::DoubtAboutValues(m_Evaluation, m_Values, setting.Index);
     return answer;
 }
 
@@ -273,7 +294,7 @@ Restored ModelSystem::Restore(const std::map<std::string, std::string>& saved, b
             continue;
         }
         restored.PatchTexts[answer.Name] = answer.Text;
-        if (!answer.Doubts.empty()) {
+        if (!answer.Doubts.empty() || !answer.DoubtAboutValue.empty()) {
             restored.Doubtful.push_back(std::move(answer));
         }
     }

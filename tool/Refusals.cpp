@@ -101,6 +101,11 @@ void ComplainOfDoubts(const std::vector<Answer>& answers, Output& output)
                             " is not known: " + JoinNames(doubtful));
         }
     }
+    for (const Answer& answer : answers) {
+        if (answer.Ok() && !answer.DoubtAboutValue.empty()) {
+            output.Complain("which values " + answer.Name + " accepts is not certain: " + answer.DoubtAboutValue);
+        }
+    }
 }
 
 boost::json::array RefusalsToJson(const std::vector<Answer>& answers, const System& system)

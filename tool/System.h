@@ -43,6 +43,7 @@ struct Answer {
 
     /** Properties that would refuse a change, but are not true as far as is known; with reasons. */
     std::vector<std::pair<StatusRow, std::string>> Doubts;
+    std::string DoubtAboutValue; ///< what it hangs on whether the value is accepted; empty when that is certain
 
     bool Ok() const { return Result == RedfishConfig::RESULT_SUCCEED; }
 };

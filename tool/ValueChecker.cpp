@@ -55,9 +55,12 @@ void DropAmbiguousNames(std::vector<Choice>& choices)
 }
 
 /** The setting as the library is to know it. */
-Attribute ForChecking(Attribute attribute, const std::vector<Choice>& published)
+Attribute ForChecking(Attribute attribute, const std::vector<Choice>& published, bool takesDefault)
 {
     DropAmbiguousNames(attribute.Choices);
+    if (!takesDefault) {
+        attribute.DefaultValue = {};
+    }
     const auto* const defaultName = std::get_if<std::string>(&attribute.DefaultValue);
     if (attribute.Type == Client::AttributeType::Enumeration && defaultName != nullptr &&
         !HasChoice(published, *defaultName)) {
@@ -75,11 +78,13 @@ void KeepSecret(const Client::Value& value, Secrets& secrets)
 
 } // namespace
 
-ValueChecker::ValueChecker(const Attribute& inForce, const std::vector<Choice>& published, Secrets& secrets)
+ValueChecker::ValueChecker(const Attribute& inForce, const std::vector<Choice>& published, Secrets& secrets,
+                           bool takesDefault)
     : m_Name(inForce.Name),
+      m_Default(RedfishConfig::GetOptionalVarAsStringToJSON(Client::Reveal(inForce.DefaultValue))),
       m_IsPassword(inForce.IsPassword()),
       m_Secrets(secrets),
-      m_Manager(MakeManager(ForChecking(inForce, published), false))
+      m_Manager(MakeManager(ForChecking(inForce, published, takesDefault), false))
 {
     KeepSecret(inForce.CurrentValue, secrets);
     KeepSecret(inForce.DefaultValue, secrets);
@@ -113,10 +118,7 @@ CheckedValue ValueChecker::Check(const std::string& value)
 
 CheckedValue ValueChecker::CheckDefault()
 {
-    std::string value;
-    std::string patchText;
-    RedfishConfigResult result = m_Manager.PrepareLoadDefaultValue(m_Name, value, patchText);
-    return Finish(std::move(result), std::move(patchText), value);
+    return Check(m_Default);
 }
 
 bool HasChoice(const std::vector<Choice>& choices, const std::string& name)

@@ -32,9 +32,11 @@ public:
      * @param inForce the setting; its choices under the names that its values use
      * @param published all of its choices, also those that rules rule out now
      * @param secrets receives the values of a password, before the library logs them
+     * @param takesDefault whether the default is accepted although bounds do not admit it, as the library does
      */
     ValueChecker(const RedfishConfig::Client::Attribute& inForce,
-                 const std::vector<RedfishConfig::Client::Choice>& published, Secrets& secrets);
+                 const std::vector<RedfishConfig::Client::Choice>& published, Secrets& secrets,
+                 bool takesDefault = true);
 
     /** A password is in no message. */
     CheckedValue Check(const std::string& value);
@@ -47,6 +49,7 @@ private:
                         const std::string& value) const;
 
     std::string m_Name;
+    std::string m_Default; ///< as text
     bool m_IsPassword;
     Secrets& m_Secrets;
     RedfishConfig::RedfishConfigSettingManager m_Manager;

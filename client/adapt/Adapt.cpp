@@ -91,11 +91,11 @@ void Append(std::vector<Finding>& findings, const std::vector<Finding>& further)
     findings.insert(findings.end(), further.begin(), further.end());
 }
 
-void WriteRegistry(const SystemValues& values, Adaptation& adaptation)
+void WriteRegistry(const SystemValues& values, const Evaluation& evaluation, Adaptation& adaptation)
 {
     const Model& model = values.Of();
     Findings findings(adaptation.Findings);
-    WrittenFormulas formulas = WriteFormulas(Evaluation(values), values, findings);
+    WrittenFormulas formulas = WriteFormulas(evaluation, values, findings);
     Lists lists;
     lists.Attributes = WriteAttributes(values, formulas.Flags, findings);
     lists.Dependencies = std::move(formulas.Dependencies);
@@ -119,11 +119,16 @@ void WriteRegistry(const SystemValues& values, Adaptation& adaptation)
 
 Adaptation Adapt(const SystemValues& values)
 {
+    return Adapt(values, Evaluation(values));
+}
+
+Adaptation Adapt(const SystemValues& values, const Evaluation& evaluation)
+{
     Adaptation adaptation;
     adaptation.Findings = values.Of().Findings();
     if (values.Of().Document().Usable()) {
         adaptation.Values = ValuesOf(values);
-        WriteRegistry(values, adaptation);
+        WriteRegistry(values, evaluation, adaptation);
     }
     return adaptation;
 }
@@ -143,7 +148,7 @@ Adaptation Adapt(const RegistryDocument& registry, const ValuesDocument& values)
         const std::optional<std::size_t> attribute = known.Of().Find(name);
         adaptation.Values[name] = attribute ? Reveal(known.ValueOf(*attribute)) : value;
     }
-    WriteRegistry(known, adaptation);
+    WriteRegistry(known, Evaluation(known), adaptation);
     return adaptation;
 }
 

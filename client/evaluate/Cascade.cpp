@@ -120,6 +120,7 @@ private:
         std::set<std::size_t> changed;
         for (RuleChange& effect : effects) {
             if (!m_Cascade.After.AreSame(effect.Attribute, effect.From, effect.To)) {
+                m_Before.emplace(effect.Attribute, Reveal(effect.From));
                 Give(effect.Attribute, effect.To, changed);
                 m_Cascade.Changes.push_back(std::move(effect));
             }
@@ -127,13 +128,14 @@ private:
         return changed;
     }
 
-    /** The values of all that rules can give a value. */
-    std::vector<SettingValue> State() const
+    /** What the values that rules gave make different from the state behind the change by hand. */
+    std::map<std::size_t, SettingValue> State() const
     {
-        std::vector<SettingValue> state;
-        for (const Rule& rule : m_Model.Rules()) {
-            if (rule.Decides == Property::CurrentValue) {
-                state.push_back(Reveal(m_Cascade.After.ValueOf(rule.Target)));
+        std::map<std::size_t, SettingValue> state;
+        for (const auto& [attribute, before] : m_Before) {
+            SettingValue now = Reveal(m_Cascade.After.ValueOf(attribute));
+            if (now != before) {
+                state.emplace(attribute, std::move(now));
             }
         }
         return state;
@@ -142,7 +144,8 @@ private:
     const Model& m_Model;
     std::set<std::size_t> m_ByHand;
     std::set<std::size_t> m_MayChange;
-    std::set<std::vector<SettingValue>> m_Seen;
+    std::map<std::size_t, SettingValue> m_Before; // of the attributes that rules gave a value
+    std::set<std::map<std::size_t, SettingValue>> m_Seen;
     Cascade m_Cascade;
 };
 

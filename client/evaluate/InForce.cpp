@@ -3,6 +3,7 @@
 #include "../model/ValueConversion.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -53,42 +54,71 @@ void ApplyTexts(const Evaluation& evaluation, std::size_t index, Attribute& attr
     }
 }
 
-/** Strikes out the choices that one list does not have. The list may have either name of a choice. */
-void Intersect(const Rule& rule, const SystemValues& now, std::size_t attribute, std::vector<bool>& isLeft)
-{
-    const auto& list = std::get<std::vector<std::string>>(rule.Outcome);
-    const std::set<std::string_view> listed(list.begin(), list.end());
-    const std::vector<Choice>& choices = now.Of().Attributes()[attribute].Choices;
-    std::set<std::string_view> values;
-    for (const Choice& choice : choices) {
-        values.insert(now.NameOf(attribute, choice));
+/** Counts for each choice how many lists have it. A list may have either name of a choice. */
+class ChoiceCount {
+public:
+    ChoiceCount(const SystemValues& now, std::size_t attribute)
+    {
+        const std::vector<Choice>& choices = now.Of().Attributes()[attribute].Choices;
+        for (std::size_t choice = 0; choice < choices.size(); ++choice) {
+            m_ByValue[now.NameOf(attribute, choices[choice])].push_back(choice);
+            m_ByOtherName[now.OtherNameOf(attribute, choices[choice])].push_back(choice);
+        }
+        m_Lists.resize(choices.size(), 0);
     }
-    for (std::size_t choice = 0; choice < choices.size(); ++choice) {
-        const std::string& value = now.NameOf(attribute, choices[choice]);
-        const std::string& other = now.OtherNameOf(attribute, choices[choice]);
-        const bool isListed = listed.count(value) > 0 || (listed.count(other) > 0 && values.count(other) == 0);
-        isLeft[choice] = isLeft[choice] && isListed;
+
+    void Add(const std::vector<std::string>& list)
+    {
+        for (const std::string_view name : std::set<std::string_view>(list.begin(), list.end())) {
+            for (const std::size_t choice : Named(name)) {
+                if (m_Lists[choice] == m_Count) { // not by its other name already
+                    ++m_Lists[choice];
+                }
+            }
+        }
+        ++m_Count;
     }
-}
+
+    /** Whether all lists have the choice. */
+    bool IsInAll(std::size_t choice) const { return m_Lists[choice] == m_Count; }
+
+private:
+    using Choices = std::map<std::string_view, std::vector<std::size_t>>;
+
+    /** A text that is no value may be the other name of some. */
+    std::vector<std::size_t> Named(std::string_view name) const
+    {
+        for (const Choices* choices : {&m_ByValue, &m_ByOtherName}) {
+            if (const auto found = choices->find(name); found != choices->end()) {
+                return found->second;
+            }
+        }
+        return {};
+    }
+
+    Choices m_ByValue, m_ByOtherName;
+    std::vector<std::size_t> m_Lists; // of each choice: the lists that have it, as long as all had
+    std::size_t m_Count = 0;
+};
 
 } // namespace
 
 ChoicesInForce ChoicesOf(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute)
 {
     const std::vector<Choice>& published = now.Of().Attributes()[attribute].Choices;
-    std::vector<bool> isLeft(published.size(), true);
+    ChoiceCount count(now, attribute);
     ChoicesInForce inForce;
     for (const std::size_t rule : evaluation.Of().RulesFor(attribute, Property::Choices)) {
         if (evaluation.Of(rule) == Truth::Unknown) {
             inForce.Certain = false;
         } else if (evaluation.Of(rule) == Truth::True) {
             inForce.Rules.push_back(rule);
-            Intersect(evaluation.Of().Rules()[rule], now, attribute, isLeft);
+            count.Add(std::get<std::vector<std::string>>(evaluation.Of().Rules()[rule].Outcome));
         }
     }
     std::set<std::string_view> left; // of choices with one value it is enough that one is left
     for (std::size_t choice = 0; choice < published.size(); ++choice) {
-        if (isLeft[choice]) {
+        if (count.IsInAll(choice)) {
             left.insert(now.NameOf(attribute, published[choice]));
         }
     }

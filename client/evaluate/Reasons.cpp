@@ -163,6 +163,18 @@ std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now, st
                    : "the controller marks it, and the rules that could explain it were not known then";
 }
 
+std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute)
+{
+    for (const Property property :
+         {Property::Choices, Property::LowerBound, Property::UpperBound, Property::ScalarIncrement, Property::MinLength,
+          Property::MaxLength, Property::ValueExpression}) {
+        if (const auto unknown = FirstUnknownRule(evaluation, attribute, property, nullptr)) {
+            return UnknownClause(now, *unknown);
+        }
+    }
+    return "";
+}
+
 std::string ReasonFor(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute, Property flag)
 {
     const Verdict verdict = evaluation.Of(attribute, flag);

@@ -136,8 +136,7 @@ void ReadValues(const JsonValue& values, ValuesDocument& document, Findings& fin
             if (!read) {
                 findings.About(name);
                 findings.Add(Severity::Warning, FindingKind::UnusableValue, Member(document.Pointer, name),
-                             KindOfUnusable(member.Value), "the value is left out");
-                continue;
+                             KindOfUnusable(member.Value), "it counts as no value");
             }
         }
         if (!document.Values.emplace(name, std::move(read)).second) {

@@ -126,12 +126,12 @@ private:
     {
         const IndexRange rules = m_Model.RulesFor(attribute, property);
         const auto isTrue = [this](std::size_t rule) { return m_Evaluation.Of(rule) == Truth::True; };
-        const auto first = std::find_if(rules.begin(), rules.end(), isTrue);
+        const auto* const first = std::find_if(rules.begin(), rules.end(), isTrue);
         if (property == Property::Choices || first == rules.end()) {
             return;
         }
         const Outcome& outcome = m_Model.Rules()[*first].Outcome;
-        const auto other = std::find_if(first + 1, rules.end(), [&](std::size_t rule) {
+        const auto* const other = std::find_if(first + 1, rules.end(), [&](std::size_t rule) {
             return isTrue(rule) && m_Model.Rules()[rule].Outcome != outcome;
         });
         if (other == rules.end()) {

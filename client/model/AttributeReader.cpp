@@ -29,6 +29,7 @@ constexpr std::pair<AttributeKey, Property> flagKeys[] = {
 
 AttributeType FindType(std::string_view published)
 {
+    published = published.substr(0, published.find_last_not_of(" \t") + 1);
     constexpr AttributeType types[] = {AttributeType::Boolean, AttributeType::Enumeration, AttributeType::Integer,
                                        AttributeType::Password, AttributeType::String};
     const auto* const found = std::find_if(std::begin(types), std::end(types), [&](AttributeType type) {

@@ -289,9 +289,9 @@ void ListedTerm::ReadJoiner(std::string_view word)
         IsNegated = !IsNegated;
     } else if (is("bitand") || is("bitor")) {
         UsesBits |= Defect.empty();
-        Refuse("a condition on bits: " + Quote(word));
+        Refuse("a condition on bits");
     } else {
-        Refuse("no joiner: " + Quote(word));
+        Refuse("a joiner that is neither AND nor OR nor NOT");
     }
 }
 

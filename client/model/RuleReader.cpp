@@ -207,13 +207,15 @@ private:
         const Value published = ReadValue(member);
         const AttributeType type = OutcomeType(rule);
         Value value = ConvertToType(published, type);
+        const bool isOfPassword = rule.Target != noAttribute && m_Attributes[rule.Target].IsPassword();
+        const AttributeType shownType = isOfPassword ? AttributeType::Password : type;
         const std::string what = std::string(Name(rule.Decides)) + " is to become " +
-                                 (HasValue(published) ? QuoteValue(value, type) : std::string(KindOf(member)));
+                                 (HasValue(published) ? QuoteValue(value, shownType) : std::string(KindOf(member)));
         if (!HasValue(value) || (rule.Decides != Property::CurrentValue && rule.Decides != Property::DefaultValue &&
                                  !IsOfType(value, type))) {
             return LeaveOut(Severity::Error, FindingKind::OutcomeOfOtherType, rule, what);
         }
-        if (value != published && type != AttributeType::Password) {
+        if (value != published && !isOfPassword) {
             m_Findings.Add(Severity::Note, FindingKind::OutcomeOfOtherType, Pointer(rule),
                            std::string(Name(rule.Decides)) + " is to become " + ToQuotedText(published),
                            "it is read as " + ToQuotedText(value));

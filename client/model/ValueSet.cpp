@@ -14,8 +14,8 @@ namespace {
 using Interval = ValueSet::Interval;
 using Texts = std::set<std::string>;
 
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
-constexpr std::int64_t greatest = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t minInteger = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t maxInteger = std::numeric_limits<std::int64_t>::max();
 
 constexpr std::size_t namedItems = 8;
 
@@ -81,17 +81,17 @@ std::vector<Interval> Common(const std::vector<Interval>& left, const std::vecto
 std::vector<Interval> Gaps(const std::vector<Interval>& intervals)
 {
     std::vector<Interval> gaps;
-    std::int64_t next = least;
+    std::int64_t next = minInteger;
     for (const auto& [first, last] : intervals) {
         if (first > next) {
             gaps.emplace_back(next, first - 1);
         }
-        if (last == greatest) {
+        if (last == maxInteger) {
             return gaps;
         }
         next = last + 1;
     }
-    gaps.emplace_back(next, greatest);
+    gaps.emplace_back(next, maxInteger);
     return gaps;
 }
 
@@ -100,13 +100,13 @@ ValueSet Ordered(Comparison compare, std::int64_t operand)
 {
     switch (compare) {
     case Comparison::Greater:
-        return operand == greatest ? ValueSet::Nothing() : ValueSet::Integers(operand + 1, greatest);
+        return operand == maxInteger ? ValueSet::Nothing() : ValueSet::Integers(operand + 1, maxInteger);
     case Comparison::GreaterOrEqual:
-        return ValueSet::Integers(operand, greatest);
+        return ValueSet::Integers(operand, maxInteger);
     case Comparison::Less:
-        return operand == least ? ValueSet::Nothing() : ValueSet::Integers(least, operand - 1);
+        return operand == minInteger ? ValueSet::Nothing() : ValueSet::Integers(minInteger, operand - 1);
     case Comparison::LessOrEqual:
-        return ValueSet::Integers(least, operand);
+        return ValueSet::Integers(minInteger, operand);
     default:
         return ValueSet::Nothing();
     }
@@ -114,14 +114,14 @@ ValueSet Ordered(Comparison compare, std::int64_t operand)
 
 ValueSet AnyText()
 {
-    return (ValueSet::Integers(least, greatest) | ValueSet::NoValue()).Complement();
+    return (ValueSet::Integers(minInteger, maxInteger) | ValueSet::NoValue()).Complement();
 }
 
 ValueSet WithinBounds(const Attribute& attribute)
 {
-    const std::int64_t lower = attribute.LowerBound.value_or(least);
-    const std::int64_t upper = attribute.UpperBound.value_or(greatest);
-    return lower <= upper ? ValueSet::Integers(lower, upper) : ValueSet::Integers(least, greatest);
+    const std::int64_t lower = attribute.LowerBound.value_or(minInteger);
+    const std::int64_t upper = attribute.UpperBound.value_or(maxInteger);
+    return lower <= upper ? ValueSet::Integers(lower, upper) : ValueSet::Integers(minInteger, maxInteger);
 }
 
 ValueSet OfType(const Attribute& attribute)
@@ -160,10 +160,10 @@ std::string ItemText(const Interval& interval)
     if (first == last) {
         return std::to_string(first);
     }
-    if (first == least) {
-        return last == greatest ? "any integer" : std::to_string(last) + " or less";
+    if (first == minInteger) {
+        return last == maxInteger ? "any integer" : std::to_string(last) + " or less";
     }
-    return std::to_string(first) + (last == greatest ? " or more" : " to " + std::to_string(last));
+    return std::to_string(first) + (last == maxInteger ? " or more" : " to " + std::to_string(last));
 }
 
 /** "a", "a or b", "a, b or 10 to 20", "a, b or 12 more". */

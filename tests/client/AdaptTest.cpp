@@ -1351,4 +1351,19 @@ TEST(AdaptedFlags, StayTrueBesideARuleWithoutAFormThatAsksTheController)
     EXPECT_TRUE(StatusOfAll(adapted).at("T").ReadOnly.Value);
 }
 
+TEST(AdaptedFlags, AreSnapshotsByTheValuesThatTheRegistryCameWith)
+{
+    RegistryBuilder registry;
+    registry.Attribute("A", "String", {{"MinLength", 1}}).Attribute("T", "Boolean", {{"ReadOnly", true}});
+    registry.Rule("T", "ReadOnly", true, {Term{"A", "EQU", "x"}});
+    const auto model = Model::Read(ReadRegistryDocument(registry.Text()));
+    ValuesDocument then;
+    then.Values = {{"A", std::string("x")}};
+    ValuesDocument now;
+    now.Values = {{"A", std::string("y")}};
+    const SystemValues values(model, now);
+    EXPECT_TRUE(StatusOfAll(Adapt(values)).at("T").ReadOnly.Value); // by its own values it is a mark
+    EXPECT_FALSE(StatusOfAll(Adapt(values, Evaluation(values, SystemValues(model, then)))).at("T").ReadOnly.Value);
+}
+
 } // namespace

@@ -470,7 +470,7 @@ TEST(SystemValues, ComeFromTheSystemElseFromTheRegistry)
         {R"({"a": 3, "b": null})", ValueOrigin::System, ValueOrigin::Null, std::int64_t{3}, Value()},
         {R"({"A": null})", ValueOrigin::Null, ValueOrigin::NotReported, Value(), Value()},
         {R"({"Other": 1})", ValueOrigin::Registry, ValueOrigin::NotReported, std::int64_t{1}, Value()},
-        {R"({"A": [3]})", ValueOrigin::Registry, ValueOrigin::NotReported, std::int64_t{1}, Value()},
+        {R"({"A": [3]})", ValueOrigin::Null, ValueOrigin::NotReported, Value(), Value()},
     };
     for (const auto& row : rows) {
         const SystemValues system(model, ReadValuesDocument(row.Values));

@@ -224,7 +224,7 @@ TEST(ValuesDocumentReading, TakesBareAndWrappedValues)
     EXPECT_THAT(ReadValuesDocument("{}").Findings, IsEmpty());
 }
 
-TEST(ValuesDocumentReading, LeavesOutWhatNoSettingCanHave)
+TEST(ValuesDocumentReading, TakesWhatNoSettingCanHaveForNoValue)
 {
     const struct {
         const char* Value;
@@ -243,7 +243,7 @@ TEST(ValuesDocumentReading, LeavesOutWhatNoSettingCanHave)
         EXPECT_EQ(document.Findings[0].Found, row.Found);
         EXPECT_EQ(document.Findings[0].Attribute, "A");
         EXPECT_EQ(document.Findings[0].In, Document::Values);
-        EXPECT_EQ(document.Values, (SettingValueMap{{"B", std::int64_t{1}}})) << row.Value;
+        EXPECT_EQ(document.Values, (SettingValueMap{{"A", std::nullopt}, {"B", std::int64_t{1}}})) << row.Value;
     }
 }
 

@@ -468,6 +468,25 @@ TEST_F(RuleMeaning, BoundsLengthsDefaultsAndTextsAreThoseInForce)
     }
 }
 
+TEST_F(RuleMeaning, WhatIsAcceptedMayHangOnWhatIsNotKnown)
+{
+    m_Registry.Rule("Level", "UpperBound", 50, {Term{"Gone", "EQU", 1}});
+    const SystemValues now = Read({});
+    const Evaluation evaluation(now);
+    EXPECT_EQ(DoubtAboutValues(evaluation, now, now.Of().Find("Level").value()),
+              "rule 0 reads Gone, and no attribute has that name");
+    EXPECT_EQ(DoubtAboutValues(evaluation, now, now.Of().Find("Mode").value()), "");
+}
+
+TEST_F(RuleMeaning, AValueThatCannotBeReadIsNoneAndNothingStandsInForIt)
+{
+    m_Registry.Attribute("Own", "Integer", {{"CurrentValue", 4}});
+    m_Registry.Rule("Target", "ReadOnly", true, {Term{"Own", "EQU", 4}});
+    const auto model = Model::Read(ReadRegistryDocument(m_Registry.Text()));
+    const SystemValues now(model, ReadValuesDocument(R"({"Own": 5.5})"));
+    EXPECT_EQ(Evaluation(now).Of(0), Truth::Unknown);
+}
+
 /** The changes of a cascade, each in a line: "1 Target=true". */
 std::vector<std::string> Lines(const Cascade& cascade)
 {
@@ -564,6 +583,17 @@ TEST_F(RuleEvents, EndWhereTheyComeBackToAState)
     EXPECT_LT(cascade.Changes.size(), 10U);
 }
 
+TEST_F(RuleEvents, MayComeAgainWithoutBeingTheStateBefore)
+{
+    Rule("Switch", true, {"Mode", "EQU", "Legacy"}, "Mode");
+    Rule("Text", "x", {"Switch", "EQU", true}, "Switch");
+    Rule("Switch", false, {"Text", "EQU", "x"}, "Text");
+    const Cascade cascade = ChangeOf({{"Mode", std::string("Uefi")}, {"Switch", false}, {"Text", std::string()}},
+                                     {{"Mode", std::string("Legacy")}});
+    EXPECT_THAT(Lines(cascade), ElementsAre("1 Switch=true", "2 Text=x", "3 Switch=false"));
+    EXPECT_FALSE(cascade.IsCycle);
+}
+
 TEST_F(RuleEvents, MayHappenWhereTheConditionIsUnknown)
 {
     m_Registry.Rule("Text", "CurrentValue", "x", {Term{"Level", "EQU", 5}, Term{"Gone", "EQU", 1, "AND"}});
@@ -599,6 +629,25 @@ TEST_F(RuleMeaning, PasswordsHaveNoText)
     printed += ReasonFor(evaluation, now, now.Of().Find("Target").value(), Property::ReadOnly);
     printed += ToText(Explain(now, 0).Current);
     EXPECT_EQ(printed.find("hunter"), std::string::npos) << printed;
+}
+
+TEST_F(RuleMeaning, FindingsHaveNoTextOfAPassword)
+{
+    m_Registry.Rule("Secret", "LowerBound", "hunter2", {Term{"Switch", "EQU", true}});
+    m_Registry.Rule("Secret", "DefaultValue", "hunter2", {Term{"Secret", "EQU", "hunter2", "hunter2"}});
+    m_Registry.Attribute("Blank", "Password ", {{"CurrentValue", "hunter2"}, {"DefaultValue", "hunter2"}});
+    const SystemValues now = Read({{"Blank", std::string("hunter2")}});
+    std::vector<Finding> findings = now.Of().Findings();
+    ValuesDocument document;
+    document.Values = {{"Secret", std::string("hunter2")}, {"Blank", std::string("hunter2")}};
+    for (const std::vector<Finding>& more : {now.Findings(document), LintRegistry(now.Of())}) {
+        findings.insert(findings.end(), more.begin(), more.end());
+    }
+    EXPECT_GE(findings.size(), 2U);
+    for (const Finding& finding : findings) {
+        EXPECT_EQ((finding.Found + finding.Consequence).find("hunter2"), std::string::npos) << finding.Found;
+    }
+    EXPECT_EQ(ToText(now.ValueOf(now.Of().Find("Blank").value())), "********");
 }
 
 TEST_F(RuleMeaning, ReasonsAreSentences)

@@ -185,7 +185,7 @@ TEST_F(Forms, WithADefectAreNoEvidenceForOtherRules)
 {
     Rule({"", ""});
     Rule({"AND", "XOR"});
-    EXPECT_THAT(Conditions(), ElementsAre("A or B", "unknown (no joiner: \"XOR\")"));
+    EXPECT_THAT(Conditions(), ElementsAre("A or B", "unknown (a joiner that is neither AND nor OR nor NOT)"));
 }
 
 TEST_F(Forms, WithoutAFormAreUnknownForOneCauseEach)
@@ -201,13 +201,13 @@ TEST_F(Forms, WithoutAFormAreUnknownForOneCauseEach)
         {{"", "AND", "", "AND", "OR"}, "joiners that fit neither pairs of terms nor a stack"}, // two remain
         {{"AND", "", ""}, "joiners that fit neither pairs of terms nor a stack"},
         {{"", "AND", ""}, "joiners that fit neither pairs of terms nor a stack"},
-        {{"", "XOR"}, "no joiner: \"XOR\""},
-        {{"", "AND,"}, "no joiner: \"\""},
-        {{"", ","}, "no joiner: \"\""},
-        {{"", "AND OR"}, "no joiner: \"AND OR\""},
+        {{"", "XOR"}, "a joiner that is neither AND nor OR nor NOT"},
+        {{"", "AND,"}, "a joiner that is neither AND nor OR nor NOT"},
+        {{"", ","}, "a joiner that is neither AND nor OR nor NOT"},
+        {{"", "AND OR"}, "a joiner that is neither AND nor OR nor NOT"},
         {{"", "AND,NOT"}, "\"NOT\" behind a joiner, which does not say what it negates"},
-        {{"", "BITOR"}, "a condition on bits: \"BITOR\""},
-        {{"", "BITAND,XOR"}, "a condition on bits: \"BITAND\""},
+        {{"", "BITOR"}, "a condition on bits"},
+        {{"", "BITAND,XOR"}, "a condition on bits"},
     };
     std::vector<std::string> causes;
     for (const auto& row : rows) {

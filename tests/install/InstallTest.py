@@ -14,7 +14,7 @@ CONSUMER_OUTPUT = """\
 0 the setting is read only due to the following expression: ((BootMode==Legacy))
 1 1
 Final result error: yes
-joiner-on-later 1 hidden 1 hidden because Fan is false (rule 0), lint 0
+joiner-on-later 1 hidden 1 hidden because Fan is false (rule 0), lint 1
 """
 
 

@@ -77,7 +77,7 @@ ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Outpu
         output.Complain("the registry carries a password, which no screen shows: redirect the output");
         return ExitCode::Refused;
     }
-    const Client::Adaptation adapted = Client::Adapt(documents.Values);
+    const Client::Adaptation adapted = Client::Adapt(documents.Values, documents.Evaluated);
     ComplainOfUndecided(file, adapted.Undecided, output);
     const std::string text = JsonText(ParseJson(file, adapted.RegistryText)) + "\n";
     if (isToStdout) {

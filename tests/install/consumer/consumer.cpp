@@ -36,6 +36,7 @@ void AskAboutAnAdaptedRegistry()
     const Client::SystemValues now(model, values);
     const Client::Evaluation evaluation(now);
     const std::size_t speed = model->Find("Speed").value();
+    // The one finding: whether Speed is hidden depends on Speed.
     std::cout << " " << Client::ReasonFor(evaluation, now, speed, Client::Property::Hidden) << ", lint "
               << Client::LintRegistry(*model).size() << "\n";
 }

@@ -6,6 +6,7 @@
  */
 
 #include <RedfishConfig/Client/Documents.h>
+#include <RedfishConfig/Client/Evaluate.h>
 #include <RedfishConfig/Client/Finding.h>
 #include <RedfishConfig/Client/Model.h>
 #include <RedfishConfig/Client/SystemValues.h>
@@ -63,6 +64,9 @@ REDFISHCONFIG_EXPORT Adaptation Adapt(const RegistryDocument& registry, const Va
 
 /** The same of a model that has been read already, without the findings of the documents and of the values. */
 REDFISHCONFIG_EXPORT Adaptation Adapt(const SystemValues& values);
+
+/** The same with flags as they were found for the values that the registry came with. @param evaluation of @p values */
+REDFISHCONFIG_EXPORT Adaptation Adapt(const SystemValues& values, const Evaluation& evaluation);
 
 /**
  * A registry for the core with these attributes as they are, but without rules and flags: a manager of it judges values

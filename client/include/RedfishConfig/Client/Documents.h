@@ -48,8 +48,8 @@ REDFISHCONFIG_EXPORT RegistryDocument ReadRegistryDocument(std::string_view byte
 
 /**
  * Reads a Bios resource, or a bare object of names and values; as ReadRegistryDocument() does. A value that no setting
- * can hold (a list, an object, a fraction, a number beyond 64 signed bits) is left out with a finding, and so are
- * annotations, the members whose names begin with "@".
+ * can hold (a list, an object, a fraction, a number beyond 64 signed bits) counts as null, with a finding. Annotations,
+ * the members whose names begin with "@", are left out.
  */
 REDFISHCONFIG_EXPORT ValuesDocument ReadValuesDocument(std::string_view bytes);
 

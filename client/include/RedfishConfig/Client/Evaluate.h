@@ -138,6 +138,13 @@ REDFISHCONFIG_EXPORT std::string ReasonFor(const Evaluation& evaluation, const S
 REDFISHCONFIG_EXPORT std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now,
                                             std::size_t attribute, Property flag);
 
+/**
+ * What it hangs on which values an attribute accepts: "rule 39 reads X, and the system does not report it", of the
+ * first rule for its choices, bounds, increment, lengths or pattern that is unknown. Empty when none is.
+ */
+REDFISHCONFIG_EXPORT std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& now,
+                                                  std::size_t attribute);
+
 /** The choices that the rules leave: the lists in force intersected with each other and with the attribute's own. */
 REDFISHCONFIG_EXPORT ChoicesInForce ChoicesOf(const Evaluation& evaluation, const SystemValues& now,
                                               std::size_t attribute);
