@@ -444,13 +444,20 @@ private:
 
     Demand Both(const Demand& left, const Demand& right)
     {
-        Demand both;
-        both.Attribute = left.Attribute;
-        both.AsksForValue = left.AsksForValue || right.AsksForValue;
-        both.May = Intersection(left.May, right.May);
+        return Combine(left, right, [this](std::size_t one, std::size_t other) { return Intersection(one, other); });
+    }
+
+    /** @param combine makes one set of two; called once where both demands are exact */
+    template <typename Combination>
+    static Demand Combine(const Demand& left, const Demand& right, const Combination& combine)
+    {
+        Demand combined;
+        combined.Attribute = left.Attribute;
+        combined.AsksForValue = left.AsksForValue || right.AsksForValue;
+        combined.May = combine(left.May, right.May);
         const bool isExact = left.May == left.Sure && right.May == right.Sure;
-        both.Sure = isExact ? both.May : Intersection(left.Sure, right.Sure);
-        return both;
+        combined.Sure = isExact ? combined.May : combine(left.Sure, right.Sure);
+        return combined;
     }
 
     /** Some part holds. */
@@ -493,13 +500,7 @@ private:
         const auto middle = first + (last - first) / 2;
         const Demand left = Either(first, middle);
         const Demand right = Either(middle, last);
-        Demand either;
-        either.Attribute = left.Attribute;
-        either.AsksForValue = left.AsksForValue || right.AsksForValue;
-        either.May = Union(left.May, right.May);
-        const bool isExact = left.May == left.Sure && right.May == right.Sure;
-        either.Sure = isExact ? either.May : Union(left.Sure, right.Sure);
-        return either;
+        return Combine(left, right, [this](std::size_t one, std::size_t other) { return Union(one, other); });
     }
 
     std::size_t Intersection(std::size_t left, std::size_t right)
@@ -572,7 +573,7 @@ ValueSet Joined(CoverIterator first, CoverIterator last)
     if (last - first == 1) {
         return (*first)->States;
     }
-    const CoverIterator middle = first + (last - first) / 2;
+    const auto middle = first + (last - first) / 2;
     return Joined(first, middle) | Joined(middle, last);
 }
 
