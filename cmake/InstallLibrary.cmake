@@ -16,5 +16,4 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/RedfishConfigConfigVersio
 install(FILES ${PROJECT_BINARY_DIR}/RedfishConfigConfig.cmake ${PROJECT_BINARY_DIR}/RedfishConfigConfigVersion.cmake
     DESTINATION ${package_dir})
 
-configure_file(${PROJECT_SOURCE_DIR}/cmake/redfishconfig.pc.in ${PROJECT_BINARY_DIR}/redfishconfig.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/redfishconfig.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+redfishconfig_install_pkg_config(redfishconfig)

@@ -159,13 +159,14 @@ private:
     /** Marks the members of an object whose keys come again. @return how many. */
     std::size_t MarkReplaced(std::uint32_t object, std::size_t members)
     {
-        constexpr std::size_t fewMembers = 24; // comparing each with each is faster
         auto& nodes = m_Document->m_Nodes;
         m_Keys.clear();
+        m_Marks.clear();
         for (std::uint32_t key = object + 1; key < nodes.size(); key = nodes[key + 1].Next) {
             m_Keys.push_back(key);
+            m_Marks.push_back(MarkOf(m_Document->TextOf(nodes[key])));
         }
-        if (members <= fewMembers && !AnyRepeats()) {
+        if (members <= m_FewMembers && !AnyMarkRepeats()) {
             return 0;
         }
         const auto text = [&](std::uint32_t key) { return m_Document->TextOf(nodes[key]); };
@@ -185,15 +186,29 @@ private:
         return again.size();
     }
 
-    bool AnyRepeats() const
+    /** The same for keys that are the same, and seldom for others. */
+    static std::uint32_t MarkOf(std::string_view key)
     {
-        const auto& nodes = m_Document->m_Nodes;
-        for (std::size_t place = 1; place < m_Keys.size(); ++place) {
-            const std::string_view key = m_Document->TextOf(nodes[m_Keys[place]]);
+        auto mark = static_cast<std::uint32_t>(key.size());
+        if (!key.empty()) {
+            constexpr std::uint32_t factor = 31;
+            for (const std::size_t place : {std::size_t{0}, key.size() / 4, key.size() / 2, key.size() - 1}) {
+                mark = mark * factor + static_cast<unsigned char>(key[place]);
+            }
+        }
+        return mark;
+    }
+
+    /** Without a way out of the inner loop, so that several marks are compared at once. */
+    bool AnyMarkRepeats() const
+    {
+        for (std::size_t place = 1; place < m_Marks.size(); ++place) {
+            bool isThere = false;
             for (std::size_t before = 0; before < place; ++before) {
-                if (nodes[m_Keys[before]].Text.Size == key.size() && m_Document->TextOf(nodes[m_Keys[before]]) == key) {
-                    return true;
-                }
+                isThere |= m_Marks[before] == m_Marks[place];
+            }
+            if (isThere) {
+                return true;
             }
         }
         return false;
@@ -233,9 +248,11 @@ private:
         return pointer;
     }
 
+    static constexpr std::size_t m_FewMembers = 24; // comparing each with each is faster than bringing them into order
+
     JsonDocument* m_Document = nullptr;
     std::vector<std::uint32_t> m_Open;                             // arrays and objects that the parser is in
-    std::vector<std::uint32_t> m_Keys;                             // of the object that ends
+    std::vector<std::uint32_t> m_Keys, m_Marks;                    // of the object that ends
     std::size_t m_PartBytes = 0;                                   // of a text whose end has not come
     std::vector<std::pair<std::uint32_t, std::string>> m_Reported; // repeated keys, and pointers to them
 };

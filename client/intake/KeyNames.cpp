@@ -129,15 +129,16 @@ KeyedObject<Key>::KeyedObject(const JsonValue& object, KeyOrder& order) : m_Obje
     std::size_t place = 0;
     for (const JsonMember& member : object) {
         std::size_t key = order.Likely(place);
-        if (key >= table.Count || !IsSame(table.Names[key], member.Key)) {
+        bool isExact = key < table.Count && IsSame(table.Names[key], member.Key);
+        if (!isExact) {
             key = FindKey(table, member.Key);
             order.Set(place, key);
+            isExact = key < table.Count && IsSame(table.Names[key], member.Key);
         }
         ++place;
         if (key == table.Count) {
             continue;
         }
-        const bool isExact = IsSame(table.Names[key], member.Key);
         if (isExact || !m_Members[key].Exists()) {
             m_Members[key] = member.Value;
         }

@@ -7,11 +7,6 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-char ToLower(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
 std::optional<std::int64_t> ReadDigits(std::string_view digits, int base)
 {
     std::int64_t number = 0;

@@ -16,6 +16,12 @@ std::optional<std::int64_t> ReadDecimal(std::string_view text);
 /** "true" and "false" in any letter case. */
 std::optional<bool> ReadTruth(std::string_view text);
 
+/** An ASCII letter in lower case; others as they are. */
+constexpr char ToLower(char character)
+{
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
 /** With the ASCII letters in lower case. */
 std::string LowerCase(std::string_view text);
 

@@ -3,11 +3,11 @@
 #include "../intake/JsonPointer.h"
 #include "../intake/KeyNames.h"
 #include "../intake/Quote.h"
+#include "NameTable.h"
 #include "ValueConversion.h"
 
 #include <algorithm>
 #include <iterator>
-#include <numeric>
 #include <string_view>
 #include <utility>
 
@@ -321,32 +321,18 @@ private:
 /** Leaves out attributes whose names differ from an earlier one in the case of letters alone. */
 void RemoveRepeated(std::vector<Attribute>& attributes, const std::string& pointer, Findings& findings)
 {
-    std::vector<std::size_t> order(attributes.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    const auto compare = [&](std::size_t left, std::size_t right) {
-        return CompareIgnoringCase(attributes[left].Name, attributes[right].Name);
-    };
-    std::sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
-        const int difference = compare(left, right);
-        return difference != 0 ? difference < 0 : left < right;
-    });
-    std::vector<bool> isRepeated(attributes.size(), false);
-    bool any = false;
-    for (std::size_t place = 1; place < order.size(); ++place) {
-        if (compare(order[place - 1], order[place]) == 0) {
-            isRepeated[order[place]] = true;
-            any = true;
-        }
-    }
-    if (!any) {
+    const std::vector<std::size_t> repeated = NameTable(attributes).Repeated();
+    if (repeated.empty()) {
         return;
     }
     std::vector<Attribute> kept;
+    auto next = repeated.begin();
     for (std::size_t index = 0; index < attributes.size(); ++index) {
-        if (!isRepeated[index]) {
+        if (next == repeated.end() || index != *next) {
             kept.push_back(std::move(attributes[index]));
             continue;
         }
+        ++next;
         findings.About(attributes[index].Name);
         findings.Add(Severity::Warning, FindingKind::RepeatedAttribute, Element(pointer, attributes[index].Position),
                      "an earlier attribute has the name " + Quote(attributes[index].Name) + ", ignoring case",

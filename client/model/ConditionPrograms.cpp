@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <optional>
 #include <utility>
 
 namespace RedfishConfig::Client {
@@ -66,37 +65,6 @@ bool IsJoined(const Condition& condition)
 }
 
 } // namespace
-
-ChoiceNumbers::ChoiceNumbers(const std::vector<Choice>& choices, bool displayNamesAreValues)
-{
-    const auto byText = [](const Entry& left, const Entry& right) {
-        return std::pair(left.Text, left.Number) < std::pair(right.Text, right.Number);
-    };
-    m_Values.reserve(choices.size());
-    m_OtherNames.reserve(choices.size());
-    for (std::uint32_t number = 0; number < choices.size(); ++number) {
-        m_Values.push_back({displayNamesAreValues ? choices[number].DisplayName : choices[number].Name, number});
-        m_OtherNames.push_back({displayNamesAreValues ? choices[number].Name : choices[number].DisplayName, number});
-    }
-    std::sort(m_Values.begin(), m_Values.end(), byText);
-    std::sort(m_OtherNames.begin(), m_OtherNames.end(), byText);
-}
-
-std::vector<std::uint32_t> ChoiceNumbers::Of(std::string_view text) const
-{
-    const auto before = [](const Entry& entry, std::string_view key) { return entry.Text < key; };
-    for (const std::vector<Entry>* entries : {&m_Values, &m_OtherNames}) {
-        std::vector<std::uint32_t> numbers;
-        for (auto entry = std::lower_bound(entries->begin(), entries->end(), text, before);
-             entry != entries->end() && entry->Text == text; ++entry) {
-            numbers.push_back(entry->Number);
-        }
-        if (!numbers.empty()) {
-            return numbers;
-        }
-    }
-    return {};
-}
 
 /** Writes the programs of the rules, one behind the other. */
 class ConditionPrograms::Compiler {
@@ -252,20 +220,17 @@ private:
     void Keep(CodedTest test)
     {
         std::vector<Source>& sources = m_Programs.m_Sources;
-        const Attribute& attribute = m_Attributes[test.Source];
         if (sources.empty() || sources.back().Attribute != test.Source) {
             const auto first = static_cast<std::uint32_t>(m_Programs.m_Tests.size());
-            sources.push_back({test.Source, first, first, std::nullopt});
-            if (attribute.Type == AttributeType::Enumeration) {
-                sources.back().Choices.emplace(
-                    SourceChoices{ChoiceNumbers(attribute.Choices, false), ChoiceNumbers(attribute.Choices, true)});
-            }
+            const bool hasChoices = m_Attributes[test.Source].Type == AttributeType::Enumeration;
+            sources.push_back(
+                {test.Source, first, first, hasChoices ? &m_Programs.m_Choices.Of(test.Source) : nullptr});
         }
-        const std::optional<SourceChoices>& choices = sources.back().Choices;
+        const ChoiceNumbers* const choices = sources.back().Choices;
         const auto* text = std::get_if<std::string>(test.Operand);
-        if (choices && text != nullptr && test.What == CodedTest::Kind::Equal) {
-            test.Choices = choices->ByName.Of(*text);
-            test.ChoicesAsShown = choices->ByDisplayName.Of(*text);
+        if (choices != nullptr && text != nullptr && test.What == CodedTest::Kind::Equal) {
+            test.Choices = choices->Of(*text, false);
+            test.ChoicesAsShown = choices->Of(*text, true);
         }
         m_Programs.m_Tests.push_back(std::move(test));
         ++sources.back().Last;
@@ -276,7 +241,9 @@ private:
     std::size_t m_Height = 0; // of the stack
 };
 
-ConditionPrograms::ConditionPrograms(const std::vector<Attribute>& attributes, const std::vector<Rule>& rules)
+ConditionPrograms::ConditionPrograms(const std::vector<Attribute>& attributes, const std::vector<Rule>& rules,
+                                     ChoiceNumbersOfAll choices)
+    : m_Choices(std::move(choices))
 {
     Compiler compiler(*this, attributes);
     for (const Rule& rule : rules) {
@@ -296,8 +263,8 @@ std::vector<Truth> ConditionPrograms::EvaluateTests(const SystemValues& now) con
         const bool displayNamesAreValues = now.UsesDisplayNames(source.Attribute);
         const auto* text = std::get_if<std::string>(&held);
         heldChoices.clear();
-        if (source.Choices && text != nullptr) {
-            heldChoices = (displayNamesAreValues ? source.Choices->ByDisplayName : source.Choices->ByName).Of(*text);
+        if (source.Choices != nullptr && text != nullptr) {
+            heldChoices = source.Choices->Of(*text, displayNamesAreValues);
         }
         for (std::uint32_t test = source.First; test != source.Last; ++test) {
             truths.push_back(Compare(m_Tests[test], held, heldChoices, displayNamesAreValues));
@@ -380,7 +347,8 @@ Truth Evaluate(const Test& test, const SystemValues& now)
     condition.Asked = test;
     std::vector<Rule> rules(1);
     rules.front().When = std::move(condition);
-    const ConditionPrograms program(now.Of().Attributes(), rules);
+    const std::vector<Attribute>& attributes = now.Of().Attributes();
+    const ConditionPrograms program(attributes, rules, ChoiceNumbersOfAll(attributes));
     std::vector<Truth> truth(1);
     program.EvaluateRules(program.EvaluateTests(now), truth);
     return truth.front();

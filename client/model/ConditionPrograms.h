@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ChoiceNumbers.h"
+
 #include <RedfishConfig/Client/Attribute.h>
 #include <RedfishConfig/Client/Rule.h>
 #include <RedfishConfig/Client/SystemValues.h>
@@ -7,31 +9,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
-#include <string_view>
 #include <vector>
 
 namespace RedfishConfig::Client {
-
-/**
- * The names of an enumeration's choices as numbers. Two texts name the same choice when they have a number in common.
- * A text that is a value name stands for that; else, as a display name, for the value names of its choices. Where
- * display names are the values it is the other way round.
- */
-class ChoiceNumbers {
-public:
-    ChoiceNumbers(const std::vector<Choice>& choices, bool displayNamesAreValues);
-
-    /** Ascending; empty for a text that names no choice. */
-    std::vector<std::uint32_t> Of(std::string_view text) const;
-
-private:
-    struct Entry {
-        std::string_view Text;
-        std::uint32_t Number;
-    };
-    std::vector<Entry> m_Values, m_OtherNames; // in the order of their texts
-};
 
 /**
  * The conditions of all rules as short programs over the tests in them: the truth of each test is found once for a
@@ -39,7 +19,9 @@ private:
  */
 class ConditionPrograms {
 public:
-    ConditionPrograms(const std::vector<Attribute>& attributes, const std::vector<Rule>& rules);
+    /** @param attributes and rules stay where they are as long as this is used */
+    ConditionPrograms(const std::vector<Attribute>& attributes, const std::vector<Rule>& rules,
+                      ChoiceNumbersOfAll choices);
 
     /** The truth of all tests for the values of a system. */
     std::vector<Truth> EvaluateTests(const SystemValues& now) const;
@@ -59,16 +41,11 @@ private:
         std::vector<std::uint32_t> ChoicesAsShown; // the same where display names are the values
     };
 
-    /** The choices of a source under both kinds of names. */
-    struct SourceChoices {
-        ChoiceNumbers ByName, ByDisplayName;
-    };
-
     /** The tests of one source, neighbours in m_Tests. */
     struct Source {
         std::size_t Attribute;
         std::uint32_t First, Last;
-        std::optional<SourceChoices> Choices; ///< of an enumeration
+        const ChoiceNumbers* Choices; ///< of an enumeration; else null
     };
 
     enum class Step : std::uint8_t {
@@ -91,6 +68,7 @@ private:
     static Truth Compare(const CodedTest& test, const Value& held, const std::vector<std::uint32_t>& heldChoices,
                          bool displayNamesAreValues);
 
+    ChoiceNumbersOfAll m_Choices;
     std::vector<CodedTest> m_Tests; // each once, by source; behind the constants, row N has the number N + firstTest
     std::vector<Source> m_Sources;
     std::vector<Instruction> m_Instructions;

@@ -5,6 +5,7 @@
 #include "../intake/JsonPointer.h"
 #include "../intake/Quote.h"
 #include "AttributeReader.h"
+#include "ChoiceNumbers.h"
 #include "ConditionPrograms.h"
 #include "MenuPaths.h"
 #include "NameTable.h"
@@ -76,16 +77,18 @@ public:
             model->m_Menus = ReadMenus(ArrayMember(document, "Menus", false, findings));
         }
         auto names = std::make_unique<NameTable>(model->m_Attributes);
+        ChoiceNumbersOfAll choices(model->m_Attributes);
         if (document.Usable()) {
             ReadRules rules = ReadDependencies(ArrayMember(document, "Dependencies", false, findings),
                                                Member(document.Pointer, "Dependencies"), model->m_Attributes, *names,
-                                               model->m_Menus, findings);
+                                               choices, model->m_Menus, findings);
             model->m_Rules = std::move(rules.Rules);
             model->m_Forms = std::move(rules.Forms);
         }
         model->m_Names = std::move(names);
         model->BuildIndices(findings);
-        model->m_Programs = std::make_unique<ConditionPrograms>(model->m_Attributes, model->m_Rules);
+        model->m_Programs =
+            std::make_unique<ConditionPrograms>(model->m_Attributes, model->m_Rules, std::move(choices));
         return model;
     }
 };

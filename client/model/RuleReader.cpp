@@ -41,13 +41,13 @@ struct Published {
 class RuleReader {
 public:
     RuleReader(std::string pointer, const std::vector<Attribute>& attributes, const NameTable& names,
-               const std::vector<Menu>& menus, Findings& findings)
+               ChoiceNumbersOfAll& choices, const std::vector<Menu>& menus, Findings& findings)
         : m_Pointer(std::move(pointer)),
           m_Attributes(attributes),
           m_Names(names),
           m_Menus(menus),
           m_Findings(findings),
-          m_Terms(attributes, names, findings)
+          m_Terms(attributes, names, choices, findings)
     {
     }
 
@@ -288,9 +288,10 @@ private:
 } // namespace
 
 ReadRules ReadDependencies(const JsonValue& list, const std::string& pointer, const std::vector<Attribute>& attributes,
-                           const NameTable& names, const std::vector<Menu>& menus, Findings& findings)
+                           const NameTable& names, ChoiceNumbersOfAll& choices, const std::vector<Menu>& menus,
+                           Findings& findings)
 {
-    return RuleReader(pointer, attributes, names, menus, findings).Run(list);
+    return RuleReader(pointer, attributes, names, choices, menus, findings).Run(list);
 }
 
 } // namespace RedfishConfig::Client

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../intake/Findings.h"
+#include "ChoiceNumbers.h"
 #include "NameTable.h"
 
 #include <RedfishConfig/Client/Attribute.h>
@@ -27,6 +28,7 @@ struct ReadRules {
  * @param pointer to the array, in the document as it was given
  */
 ReadRules ReadDependencies(const JsonValue& list, const std::string& pointer, const std::vector<Attribute>& attributes,
-                           const NameTable& names, const std::vector<Menu>& menus, Findings& findings);
+                           const NameTable& names, ChoiceNumbersOfAll& choices, const std::vector<Menu>& menus,
+                           Findings& findings);
 
 } // namespace RedfishConfig::Client

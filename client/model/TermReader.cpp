@@ -52,8 +52,9 @@ std::string QuotedOrKind(const JsonValue& json)
 
 } // namespace
 
-TermReader::TermReader(const std::vector<Attribute>& attributes, const NameTable& names, Findings& findings)
-    : m_Attributes(attributes), m_Names(names), m_Findings(findings), m_ChoiceNames(attributes.size())
+TermReader::TermReader(const std::vector<Attribute>& attributes, const NameTable& names, ChoiceNumbersOfAll& choices,
+                       Findings& findings)
+    : m_Attributes(attributes), m_Names(names), m_Choices(choices), m_Findings(findings)
 {
 }
 
@@ -74,7 +75,7 @@ Condition TermReader::Read(const KeyedObject<TermKey>& term)
     if (term.HasRenamedKeys()) {
         term.ReportKeys(Pointer(), m_Findings);
     }
-    std::string name(term[TermKey::MapFromAttribute].Text());
+    const std::string_view name = term[TermKey::MapFromAttribute].Text();
     if (name == controllerAttribute) {
         m_Findings.Add(Severity::Note, FindingKind::ControllerTerm, Pointer(), "a term on the controller itself",
                        "the term does not count");
@@ -96,17 +97,17 @@ Condition TermReader::Read(const KeyedObject<TermKey>& term)
     const std::optional<Comparison> comparison = FindComparison(condition.Text());
     if (!comparison) {
         return Refuse(FindingKind::UnsupportedCondition, "the condition of a term is " + QuotedOrKind(condition),
-                      *of == Property::CurrentValue ? name : std::string());
+                      *of == Property::CurrentValue ? name : std::string_view());
     }
     if (condition.Text() != Name(*comparison) || propertyName != Name(*of)) {
         m_Findings.Add(Severity::Note, FindingKind::KeyName, Pointer(),
                        "the words " + Quote(condition.Text()) + " and " + Quote(property.Text()) + " in a term",
                        "they are read as " + Quote(Name(*comparison)) + " and " + Quote(Name(*of)));
     }
-    return ReadTest(term, std::move(name), *comparison, *of);
+    return ReadTest(term, name, *comparison, *of);
 }
 
-Condition TermReader::ReadTest(const KeyedObject<TermKey>& term, std::string name, Comparison comparison,
+Condition TermReader::ReadTest(const KeyedObject<TermKey>& term, std::string_view name, Comparison comparison,
                                Property property)
 {
     const JsonValue operand = term[TermKey::MapFromValue];
@@ -116,7 +117,7 @@ Condition TermReader::ReadTest(const KeyedObject<TermKey>& term, std::string nam
     test.Operand = ReadValue(operand);
     if (operand.Exists() && !operand.IsNull() && !HasValue(test.Operand)) {
         return Refuse(FindingKind::UnusableRule, std::string("a term compares with ") + KindOf(operand),
-                      property == Property::CurrentValue ? name : std::string());
+                      property == Property::CurrentValue ? name : std::string_view());
     }
     if (auto* text = std::get_if<std::string>(&test.Operand); text != nullptr && IsGuarded(term)) {
         text->pop_back();
@@ -124,7 +125,7 @@ Condition TermReader::ReadTest(const KeyedObject<TermKey>& term, std::string nam
     const std::optional<std::size_t> source = m_Names.Find(name);
     if (!source) {
         ReportUnknownSource(name);
-        test.Name = std::move(name);
+        test.Name = name;
         return MakeTest(std::move(test));
     }
     const Attribute& attribute = m_Attributes[*source];
@@ -184,28 +185,15 @@ void TermReader::CheckOperand(const Test& test, const JsonValue& operand, const 
                            what() + " by " + std::string(Name(test.Compare)) + ", and only numbers have an order",
                            "whether the term holds is never known");
         }
-    } else if (source.Type == AttributeType::Enumeration && text != nullptr && !IsAChoice(test.Source, *text)) {
+    } else if (source.Type == AttributeType::Enumeration && text != nullptr && !m_Choices.Of(test.Source).Has(*text)) {
         m_Findings.Add(Severity::Warning, FindingKind::ValueNotAChoice, Pointer(),
                        what() + ", which is none of its choices",
                        test.Compare == Comparison::Equal ? "the term never holds" : "the term holds for every value");
     }
 }
 
-bool TermReader::IsAChoice(std::size_t attribute, const std::string& text)
-{
-    std::vector<std::string_view>& names = m_ChoiceNames[attribute];
-    if (names.empty()) {
-        for (const Choice& choice : m_Attributes[attribute].Choices) {
-            names.emplace_back(choice.Name);
-            names.emplace_back(choice.DisplayName);
-        }
-        std::sort(names.begin(), names.end());
-    }
-    return std::binary_search(names.begin(), names.end(), text);
-}
-
 /** @param source the name of the attribute whose value the term would read; empty for none */
-Condition TermReader::Refuse(FindingKind kind, std::string cause, const std::string& source)
+Condition TermReader::Refuse(FindingKind kind, std::string cause, std::string_view source)
 {
     Condition unknown;
     unknown.Cause = std::move(cause);
@@ -218,11 +206,11 @@ Condition TermReader::Refuse(FindingKind kind, std::string cause, const std::str
 }
 
 /** Once for a name and a rule. */
-void TermReader::ReportUnknownSource(const std::string& name)
+void TermReader::ReportUnknownSource(std::string_view name)
 {
     const bool isNew = std::find(m_UnknownSources.begin(), m_UnknownSources.end(), name) == m_UnknownSources.end();
     if (isNew) {
-        m_UnknownSources.push_back(name);
+        m_UnknownSources.emplace_back(name);
         m_Findings.Add(Severity::Warning, FindingKind::UnknownSource, Pointer(),
                        "terms on " + Quote(name) + ", which is no attribute of the registry",
                        "whether they hold is never known");

@@ -1,6 +1,6 @@
-"""Builds and installs the project as a packager would, then uses the installed package from outside the tree.
+"""Installs what was built as a packager would, then uses the installed package from outside the tree.
 
-Usage: InstallTest.py SOURCE_DIR WORK_DIR
+Usage: InstallTest.py SOURCE_DIR BUILD_DIR LIB_DIR WORK_DIR (LIB_DIR is relative to the prefix)
 """
 
 import os
@@ -31,23 +31,26 @@ def expect(condition, message):
         sys.exit(message)
 
 
+def compile_alone(standard, header, prefix):
+    run("c++", f"-std={standard}", "-Wall", "-Wextra", "-Wpedantic", "-Werror", "-fsyntax-only", "-x", "c++",
+        "-I", prefix / "include", "-", input=f"#include <{header}>\n")
+
+
 def main():
-    source, work = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
+    source, build, _, work = (pathlib.Path(argument).resolve() for argument in sys.argv[1:5])
     shutil.rmtree(work, ignore_errors=True)
     prefix = work / "prefix"
+    libraries = prefix / sys.argv[3]
 
-    # Without what only the tests need.
-    run("cmake", "-S", source, "-B", work / "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DBUILD_TESTING=OFF",
-        "-DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON", f"-DCMAKE_INSTALL_PREFIX={prefix}", "-DCMAKE_INSTALL_LIBDIR=lib")
-    run("cmake", "--build", work / "build")
-    run("cmake", "--install", work / "build")
+    run("cmake", "--install", build, "--prefix", prefix)
+    # Configuring needs nothing that only the tests need.
+    run("cmake", "-S", source, "-B", work / "build", "-G", "Ninja", "-DBUILD_TESTING=OFF",
+        "-DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON", "-DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON")
 
-    library = prefix / "lib" / "libredfishconfig.so"
-    environment = dict(os.environ, LD_LIBRARY_PATH=str(library.parent),
-                       PKG_CONFIG_PATH=str(prefix / "lib" / "pkgconfig"))
+    environment = dict(os.environ, LD_LIBRARY_PATH=str(libraries), PKG_CONFIG_PATH=str(libraries / "pkgconfig"))
 
     for name, namespace in (("redfishconfig", "RedfishConfig"), ("redfishconfigclient", "RedfishConfig::Client")):
-        shared = library.parent / f"lib{name}.so"
+        shared = libraries / f"lib{name}.so"
         soname = re.search(r"SONAME.*\[(.*)\]", run("readelf", "-d", shared)).group(1)
         expect(soname == f"lib{name}.so.1", f"the SONAME is {soname}")
         exported = [line.split(maxsplit=2)[2] for line in run("nm", "-DC", "--defined-only", shared).splitlines()]
@@ -71,11 +74,10 @@ def main():
     for header in client_headers:
         expect(header.name == "Client.h" or f"<RedfishConfig/Client/{header.name}>" in client_umbrella,
                f"Client.h does not include {header.name}")
-    for header in headers + client_headers:
-        name = header.relative_to(prefix / "include")
-        for standard in ("c++17", "c++20"):  # each compiles alone, without warnings
-            run("c++", f"-std={standard}", "-Wall", "-Wextra", "-Wpedantic", "-Werror", "-fsyntax-only", "-x", "c++",
-                "-I", prefix / "include", "-", input=f"#include <{name}>\n")
+    for header in headers + client_headers:  # each compiles alone, without warnings
+        compile_alone("c++17", header.relative_to(prefix / "include"), prefix)
+    for umbrella in ("RedfishConfig/RedfishConfig.h", "RedfishConfig/Client/Client.h"):
+        compile_alone("c++20", umbrella, prefix)
 
     consumer = source / "tests" / "install" / "consumer"
     run("cmake", "-S", consumer, "-B", work / "consumer", "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}",
