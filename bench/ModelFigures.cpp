@@ -58,7 +58,7 @@ std::size_t AskVerdicts(const Evaluation& evaluation, const SystemValues& values
     std::size_t count = 0;
     for (std::size_t attribute = 0; attribute < now.Of().Attributes().size(); ++attribute) {
         for (std::size_t flag = 0; flag < flagCount; ++flag) {
-            count += now.Of(attribute, static_cast<Property>(flag)).Value ? 1U : 0U;
+            count += now.VerdictOn(attribute, static_cast<Property>(flag)).Value ? 1U : 0U;
         }
     }
     return count;

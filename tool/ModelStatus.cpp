@@ -44,7 +44,7 @@ Verdict PartOfRules(Verdict hidden)
 
 Verdict ModelStatus::VerdictOf(std::size_t attribute, StatusRow row) const
 {
-    const Verdict verdict = m_Evaluation.Of(attribute, FlagOf(row));
+    const Verdict verdict = m_Evaluation.VerdictOn(attribute, FlagOf(row));
     return row == StatusRow::Protected ? ProtectedPart(verdict) : verdict;
 }
 

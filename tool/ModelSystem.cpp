@@ -39,6 +39,18 @@ void Refuse(int code, Excluded refusal, Answer& answer)
     answer.Reason = std::move(refusal.Reason);
 }
 
+/** Whether the rules leave a setting no value at all; the answer says why. */
+bool RefuseAllValues(const Client::Evaluation& evaluation, const Client::SystemValues& values, std::size_t attribute,
+                     int code, Answer& answer)
+{
+    const std::string cause = Client::WhyNoValue(evaluation, values, attribute);
+    if (!cause.empty()) {
+        Refuse(code, {answer.Subject->Name() + " accepts no value: " + cause + ".", "it accepts no value: " + cause},
+               answer);
+    }
+    return !cause.empty();
+}
+
 /** Whether rules give bounds or lengths that the default does not keep. */
 bool IsDefaultRuledOut(const Client::Evaluation& evaluation, const Client::Attribute& inForce)
 {
@@ -86,7 +98,7 @@ ModelSystem::ModelSystem(const Documents& documents, const SystemOptions& option
 SettingRecord ModelSystem::RecordOf(const Setting& setting) const
 {
     SettingRecord record = ToRecord(ShownAttribute(m_Evaluation, m_Values, setting.Index));
-    record.ResetRequired = m_Evaluation.Of(setting.Index, Client::Property::ResetRequired).Value;
+    record.ResetRequired = m_Evaluation.VerdictOn(setting.Index, Client::Property::ResetRequired).Value;
     return record;
 }
 
@@ -176,6 +188,9 @@ void ModelSystem::AnswerValue(const Client::Value& value, const char* what, Answ
 
 void ModelSystem::AnswerChoices(std::size_t attribute, Answer& answer) const
 {
+    if (RefuseAllValues(m_Evaluation, m_Values, attribute, RedfishConfig::RESULT_PROPERTY_INVALID, answer)) {
+        return;
+    }
     Client::Attribute shown = ShownAttribute(m_Evaluation, m_Values, attribute);
     const auto* const defaultName = std::get_if<std::string>(&shown.DefaultValue);
     if (defaultName != nullptr && HasChoice(m_Values.ChoicesOf(attribute), *defaultName) &&
@@ -222,6 +237,9 @@ Answer ModelSystem::Prepare(const Setting& setting, filterAction action, int ref
     Access access = m_Status.AccessFor(setting.Index, action, Options().IncludeProtected, Detail::Reasons);
     if (access.Refusal) {
         Refuse(refusalCode, std::move(*access.Refusal), answer);
+        return answer;
+    }
+    if (RefuseAllValues(m_Evaluation, m_Values, setting.Index, RedfishConfig::RESULT_NEW_VALUE_INVALID, answer)) {
         return answer;
     }
     ValueChecker checker = CheckerOf(setting);

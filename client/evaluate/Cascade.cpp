@@ -85,10 +85,10 @@ private:
         std::vector<RuleChange> effects;
         for (const std::size_t index : Triggered(changed)) {
             const Rule& rule = m_Model.Rules()[index];
-            if (now.Of(index) == Truth::Unknown) {
+            if (now.TruthOf(index) == Truth::Unknown) {
                 m_MayChange.insert(index);
             }
-            if (now.Of(index) != Truth::True) {
+            if (now.TruthOf(index) != Truth::True) {
                 continue;
             }
             const Value wanted = m_Cascade.After.Translate(rule.Target, ValueGivenBy(rule));

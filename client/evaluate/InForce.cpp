@@ -109,9 +109,9 @@ ChoicesInForce ChoicesOf(const Evaluation& evaluation, const SystemValues& now, 
     ChoiceCount count(now, attribute);
     ChoicesInForce inForce;
     for (const std::size_t rule : evaluation.Of().RulesFor(attribute, Property::Choices)) {
-        if (evaluation.Of(rule) == Truth::Unknown) {
+        if (evaluation.TruthOf(rule) == Truth::Unknown) {
             inForce.Certain = false;
-        } else if (evaluation.Of(rule) == Truth::True) {
+        } else if (evaluation.TruthOf(rule) == Truth::True) {
             inForce.Rules.push_back(rule);
             count.Add(std::get<std::vector<std::string>>(evaluation.Of().Rules()[rule].Outcome));
         }

@@ -3,7 +3,10 @@
 #include "../intake/Quote.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace RedfishConfig::Client {
 
@@ -117,13 +120,24 @@ std::string RuleReason(const SystemValues& now, std::size_t rule, Property flag)
            std::to_string(now.Of().Rules()[rule].Position) + ")";
 }
 
+/** "rule 3 leaves", "rules 3 and 4 leave". */
+std::string RulesLeave(const Model& model, const std::vector<std::size_t>& rules)
+{
+    std::vector<std::string> positions;
+    for (const std::size_t rule : rules) {
+        positions.push_back(std::to_string(model.Rules()[rule].Position));
+    }
+    return (rules.size() == 1 ? "rule " : "rules ") + ListInWords(std::move(positions)) +
+           (rules.size() == 1 ? " leaves" : " leave");
+}
+
 /** The first unknown rule that could change a verdict: one with another outcome, where the verdict has one. */
 std::optional<std::size_t> FirstUnknownRule(const Evaluation& evaluation, std::size_t attribute, Property flag,
                                             const Outcome* butNotGiving)
 {
     for (const std::size_t rule : evaluation.Of().RulesFor(attribute, flag)) {
         const bool mayChange = butNotGiving == nullptr || evaluation.Of().Rules()[rule].Outcome != *butNotGiving;
-        if (evaluation.Of(rule) == Truth::Unknown && mayChange) {
+        if (evaluation.TruthOf(rule) == Truth::Unknown && mayChange) {
             return rule;
         }
     }
@@ -147,7 +161,7 @@ std::string MarkReason(const Evaluation& evaluation, std::size_t attribute, Prop
 
 std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute, Property flag)
 {
-    const Verdict verdict = evaluation.Of(attribute, flag);
+    const Verdict verdict = evaluation.VerdictOn(attribute, flag);
     if (verdict.Certain) {
         return "";
     }
@@ -175,9 +189,32 @@ std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& n
     return "";
 }
 
+std::string WhyNoValue(const Evaluation& evaluation, const SystemValues& now, std::size_t index)
+{
+    const Attribute attribute = AttributeInForce(evaluation, now, index);
+    if (attribute.Type == AttributeType::Enumeration) {
+        const ChoicesInForce choices = ChoicesOf(evaluation, now, index);
+        return attribute.Choices.empty() && !choices.Rules.empty() ? RulesLeave(now.Of(), choices.Rules) + " no choice"
+                                                                   : "";
+    }
+    const bool isNumber = attribute.Type == AttributeType::Integer;
+    const std::optional<std::int64_t>& least = isNumber ? attribute.LowerBound : attribute.MinLength;
+    const std::optional<std::int64_t>& most = isNumber ? attribute.UpperBound : attribute.MaxLength;
+    if (!(isNumber || attribute.IsText()) || !least || !most || *least <= *most) {
+        return "";
+    }
+    const auto bound = [&](Property property, std::int64_t number) {
+        const std::optional<std::size_t> rule = evaluation.RuleInForce(index, property);
+        return std::string(Name(property)) + " is " + std::to_string(number) +
+               (rule ? " (rule " + std::to_string(now.Of().Rules()[*rule].Position) + ")" : std::string());
+    };
+    return bound(isNumber ? Property::LowerBound : Property::MinLength, *least) + " and " +
+           bound(isNumber ? Property::UpperBound : Property::MaxLength, *most);
+}
+
 std::string ReasonFor(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute, Property flag)
 {
-    const Verdict verdict = evaluation.Of(attribute, flag);
+    const Verdict verdict = evaluation.VerdictOn(attribute, flag);
     if (verdict.Marked) {
         return MarkReason(evaluation, attribute, flag);
     }

@@ -55,4 +55,20 @@ std::string Quote(std::string_view text)
     return "\"" + Cut(std::string(text), Limits::quotedBytes) + "\"";
 }
 
+std::string ListInWords(std::vector<std::string> items)
+{
+    constexpr std::size_t mostItems = 8;
+    if (items.size() > mostItems) {
+        const std::size_t more = items.size() - mostItems;
+        items.resize(mostItems);
+        items.push_back(std::to_string(more) + " more");
+    }
+    std::string text;
+    for (std::size_t item = 0; item < items.size(); ++item) {
+        const bool isLast = item + 1 == items.size();
+        text += (item == 0 ? "" : isLast ? " and " : ", ") + items[item];
+    }
+    return text;
+}
+
 } // namespace RedfishConfig::Client

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace RedfishConfig::Client {
 
@@ -21,5 +22,8 @@ std::string Quote(const JsonValue& value);
 
 /** A text between quotation marks, cut where it is long. */
 std::string Quote(std::string_view text);
+
+/** "a", "a and b", "a, b and c"; of more than eight items the first and how many more there are. */
+std::string ListInWords(std::vector<std::string> items);
 
 } // namespace RedfishConfig::Client

@@ -253,11 +253,25 @@ private:
 
     void CheckPattern(std::size_t index)
     {
-        const std::optional<std::string>& pattern = m_Model.Attributes()[index].Pattern;
-        const std::string defect = pattern ? DefectOfPattern(*pattern) : std::string();
+        if (const std::optional<std::string>& pattern = m_Model.Attributes()[index].Pattern) {
+            ReportPattern(*pattern, Member(m_Model.PointerToAttribute(index), "ValueExpression"));
+        }
+        for (const std::size_t rule : m_Model.RulesFor(index, Property::ValueExpression)) {
+            const auto* given = std::get_if<Value>(&m_Model.Rules()[rule].Outcome);
+            const auto* pattern = given != nullptr ? std::get_if<std::string>(given) : nullptr;
+            if (pattern != nullptr) {
+                m_Findings.About(m_Model.Attributes()[index].Name, m_Model.Rules()[rule].Position);
+                ReportPattern(*pattern, m_Model.PointerToRule(rule));
+            }
+        }
+        m_Findings.About(m_Model.Attributes()[index].Name);
+    }
+
+    void ReportPattern(const std::string& pattern, std::string pointer)
+    {
+        const std::string defect = DefectOfPattern(pattern);
         if (!defect.empty()) {
-            m_Findings.Add(Severity::Warning, FindingKind::UnusablePattern,
-                           Member(m_Model.PointerToAttribute(index), "ValueExpression"),
+            m_Findings.Add(Severity::Warning, FindingKind::UnusablePattern, std::move(pointer),
                            "a pattern that cannot be used: " + defect, "values are not matched; the controller checks");
         }
     }

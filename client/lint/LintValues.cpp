@@ -15,25 +15,6 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-/** Items of a list that a finding names. */
-constexpr std::size_t namedItems = 8;
-
-/** "a", "a and b", "a, b and 12 more". */
-std::string Joined(std::vector<std::string> items)
-{
-    if (items.size() > namedItems) {
-        const std::size_t more = items.size() - namedItems;
-        items.resize(namedItems);
-        items.push_back(std::to_string(more) + " more");
-    }
-    std::string text;
-    for (std::size_t item = 0; item < items.size(); ++item) {
-        const bool isLast = item + 1 == items.size();
-        text += (item == 0 ? "" : isLast ? " and " : ", ") + items[item];
-    }
-    return text;
-}
-
 std::string Given(const Outcome& outcome)
 {
     const auto* value = std::get_if<Value>(&outcome);
@@ -53,6 +34,7 @@ public:
         for (std::size_t attribute = 0; attribute < m_Model.Attributes().size(); ++attribute) {
             CheckFlags(attribute);
             CheckChoices(attribute);
+            CheckBounds(attribute);
             for (std::size_t property = 0; property < propertyCount; ++property) {
                 CheckOutcomes(attribute, static_cast<Property>(property));
             }
@@ -72,7 +54,7 @@ private:
         std::vector<std::string> positions;
         std::transform(rules.begin(), rules.end(), std::back_inserter(positions),
                        [this](std::size_t rule) { return Position(rule); });
-        return (rules.size() == 1 ? "rule " : "rules ") + Joined(std::move(positions));
+        return (rules.size() == 1 ? "rule " : "rules ") + ListInWords(std::move(positions));
     }
 
     void CheckFlags(std::size_t attribute)
@@ -80,14 +62,14 @@ private:
         std::vector<std::string> flags;
         for (std::size_t number = 0; number < flagCount; ++number) {
             const auto flag = static_cast<Property>(number);
-            if (m_Evaluation.Of(attribute, flag).Marked && !m_Model.RulesFor(attribute, flag).empty()) {
+            if (m_Evaluation.VerdictOn(attribute, flag).Marked && !m_Model.RulesFor(attribute, flag).empty()) {
                 flags.emplace_back(Name(flag));
             }
         }
         if (!flags.empty()) {
             m_Findings.About(NameOf(attribute));
             m_Findings.Add(Severity::Note, FindingKind::UnexplainedFlag, m_Model.PointerToAttribute(attribute),
-                           ShortName(NameOf(attribute)) + " is marked " + Joined(std::move(flags)) +
+                           ShortName(NameOf(attribute)) + " is marked " + ListInWords(std::move(flags)) +
                                " by the registry, and no rule for that is true",
                            "it counts as marked so for all values");
         }
@@ -121,11 +103,28 @@ private:
         }
     }
 
+    /** Bounds and lengths that contradict each other without a rule are reported where they are read. */
+    void CheckBounds(std::size_t attribute)
+    {
+        constexpr Property bounds[] = {Property::LowerBound, Property::UpperBound, Property::MinLength,
+                                       Property::MaxLength};
+        for (const Property bound : bounds) {
+            const std::optional<std::size_t> rule = m_Evaluation.RuleInForce(attribute, bound);
+            const std::string cause = rule ? WhyNoValue(m_Evaluation, m_Now, attribute) : std::string();
+            if (!cause.empty()) {
+                m_Findings.About(NameOf(attribute), m_Model.Rules()[*rule].Position);
+                m_Findings.Add(Severity::Warning, FindingKind::ContradictoryBounds, m_Model.PointerToRule(*rule),
+                               ShortName(NameOf(attribute)) + ": " + cause, "no value of it is accepted");
+                return;
+            }
+        }
+    }
+
     /** Lists of choices are not opposite: they are intersected. */
     void CheckOutcomes(std::size_t attribute, Property property)
     {
         const IndexRange rules = m_Model.RulesFor(attribute, property);
-        const auto isTrue = [this](std::size_t rule) { return m_Evaluation.Of(rule) == Truth::True; };
+        const auto isTrue = [this](std::size_t rule) { return m_Evaluation.TruthOf(rule) == Truth::True; };
         const auto* const first = std::find_if(rules.begin(), rules.end(), isTrue);
         if (property == Property::Choices || first == rules.end()) {
             return;

@@ -91,7 +91,7 @@ public:
             const std::string& name = now.Of().Attributes()[attribute].Name;
             for (std::size_t number = 0; number + 1 < flagCount && status.count(name) > 0; ++number) {
                 const auto flag = static_cast<Property>(number);
-                const bool expected = IsUndecided(name, flag) || evaluation.Of(attribute, flag).Value;
+                const bool expected = IsUndecided(name, flag) || evaluation.VerdictOn(attribute, flag).Value;
                 EXPECT_EQ(CoreVerdict(status, name, flag), expected)
                     << name << "." << Name(flag) << " for " << ToText(values) << "\n"
                     << testing::PrintToString(AdaptedRules(Adapted));
@@ -1342,7 +1342,7 @@ TEST(AdaptedFlags, StayTrueBesideARuleWithoutAFormThatAsksTheController)
     ValuesDocument now;
     now.Values = {{"A", std::string("y")}};
     const Evaluation evaluation = Evaluation(SystemValues(model, then)).ForValues(SystemValues(model, now));
-    const Verdict verdict = evaluation.Of(model->Find("T").value(), Property::ReadOnly);
+    const Verdict verdict = evaluation.VerdictOn(model->Find("T").value(), Property::ReadOnly);
     EXPECT_TRUE(verdict.Value);
     EXPECT_FALSE(verdict.Certain);
 

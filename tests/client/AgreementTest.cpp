@@ -54,7 +54,7 @@ public:
         const Evaluation evaluation = m_AtThen.ForValues(now);
         for (std::size_t rule = 0; rule < m_Model->Rules().size(); ++rule) {
             const std::size_t position = m_Model->Rules()[rule].Position;
-            EXPECT_EQ(Word(evaluation.Of(rule)), Words(m_Oracle.OfRule(position, values)))
+            EXPECT_EQ(Word(evaluation.TruthOf(rule)), Words(m_Oracle.OfRule(position, values)))
                 << ToText(m_Model->Rules()[rule]) << "\n"
                 << json::serialize(m_World.Registry.at("RegistryEntries").at("Dependencies").at(position));
             ++Rules;
@@ -136,7 +136,7 @@ private:
         const std::string& name = m_Model->Attributes()[attribute].Name;
         for (std::size_t number = 0; number + 1 < flagCount; ++number) {
             const auto flag = static_cast<Property>(number);
-            const Verdict ours = evaluation.Of(attribute, flag);
+            const Verdict ours = evaluation.VerdictOn(attribute, flag);
             const Oracle::Verdict theirs = m_Oracle.VerdictOf(name, std::string(Name(flag)), values);
             ++Verdicts;
             EXPECT_EQ(ours.Value, theirs.Value) << name << "." << Name(flag);

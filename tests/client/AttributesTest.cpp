@@ -719,8 +719,8 @@ TEST(Sameness, IsThatOfTests)
                 const SystemValues system(model, ValuesFrom({{"A", std::string(current)}}));
                 const Evaluation evaluation(system);
                 const bool isSame = system.AreSame(0, system.ValueOf(0), std::string(operand));
-                EXPECT_EQ(evaluation.Of(0), isSame ? Truth::True : Truth::False) << current << " " << operand;
-                EXPECT_EQ(evaluation.Of(1), isSame ? Truth::False : Truth::True) << current << " " << operand;
+                EXPECT_EQ(evaluation.TruthOf(0), isSame ? Truth::True : Truth::False) << current << " " << operand;
+                EXPECT_EQ(evaluation.TruthOf(1), isSame ? Truth::False : Truth::True) << current << " " << operand;
             }
         }
     }

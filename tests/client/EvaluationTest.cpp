@@ -45,7 +45,7 @@ protected:
 
     static Verdict VerdictOf(const Evaluation& evaluation, const char* setting, Property flag)
     {
-        return evaluation.Of(evaluation.Of().Find(setting).value(), flag);
+        return evaluation.VerdictOn(evaluation.Of().Find(setting).value(), flag);
     }
 
     /** The truth of a rule with these terms under the values. */
@@ -55,7 +55,7 @@ protected:
         m_Registry.Rule("Target", "ReadOnly", true, terms);
         const SystemValues now = Read(values);
         m_Registry = std::move(kept);
-        return Evaluation(now).Of(now.Of().Rules().size() - 1);
+        return Evaluation(now).TruthOf(now.Of().Rules().size() - 1);
     }
 
     RegistryBuilder m_Registry;
@@ -297,7 +297,7 @@ TEST_F(RuleMeaning, OfSeveralRulesTheFirstTrueOneDecides)
         const SystemValues now = Read(Values("Switch", true));
         const Evaluation evaluation(now);
         const std::size_t ruled = now.Of().Find("Ruled").value();
-        EXPECT_EQ(Word(evaluation.Of(ruled, Property::GrayOut)), row.verdict);
+        EXPECT_EQ(Word(evaluation.VerdictOn(ruled, Property::GrayOut)), row.verdict);
         EXPECT_EQ(evaluation.DecidingRules(ruled, Property::GrayOut), row.deciding);
         m_Registry = std::move(kept);
     }
@@ -331,8 +331,8 @@ TEST_F(RuleMeaning, TrueFlagsAreSnapshotsOrMarks)
         const Evaluation both(now, then);
         const Evaluation other = Evaluation(then).ForValues(now);
         const std::size_t marked = now.Of().Find("Marked").value();
-        EXPECT_EQ(Word(both.Of(marked, Property::ReadOnly)), row.verdict);
-        EXPECT_EQ(Word(other.Of(marked, Property::ReadOnly)), row.verdict);
+        EXPECT_EQ(Word(both.VerdictOn(marked, Property::ReadOnly)), row.verdict);
+        EXPECT_EQ(Word(other.VerdictOn(marked, Property::ReadOnly)), row.verdict);
         EXPECT_EQ(both.OriginOf(marked, Property::ReadOnly), row.origin);
     }
 }
@@ -484,7 +484,7 @@ TEST_F(RuleMeaning, AValueThatCannotBeReadIsNoneAndNothingStandsInForIt)
     m_Registry.Rule("Target", "ReadOnly", true, {Term{"Own", "EQU", 4}});
     const auto model = Model::Read(ReadRegistryDocument(m_Registry.Text()));
     const SystemValues now(model, ReadValuesDocument(R"({"Own": 5.5})"));
-    EXPECT_EQ(Evaluation(now).Of(0), Truth::Unknown);
+    EXPECT_EQ(Evaluation(now).TruthOf(0), Truth::Unknown);
 }
 
 /** The changes of a cascade, each in a line: "1 Target=true". */

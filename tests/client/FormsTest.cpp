@@ -248,8 +248,8 @@ TEST_F(Forms, WithoutAFormLeaveTheirFlagUncertain)
     Rule({"AND"});
     Conditions();
     const Evaluation evaluation{SystemValues(m_Model)};
-    EXPECT_EQ(evaluation.Of(0), Truth::Unknown);
-    const Verdict verdict = evaluation.Of(*m_Model->Find("T"), Property::ReadOnly);
+    EXPECT_EQ(evaluation.TruthOf(0), Truth::Unknown);
+    const Verdict verdict = evaluation.VerdictOn(*m_Model->Find("T"), Property::ReadOnly);
     EXPECT_FALSE(verdict.Value);
     EXPECT_FALSE(verdict.Certain);
 }

@@ -42,7 +42,7 @@ void AskEverything(const std::string& registry, const std::string& values = "{}"
     const Evaluation evaluation(system);
     for (std::size_t rule = 0; rule < model->Rules().size(); ++rule) {
         EXPECT_FALSE(ToText(model->Rules()[rule]).empty());
-        EXPECT_EQ(Explain(system, rule).Is, evaluation.Of(rule)) << ToText(model->Rules()[rule]);
+        EXPECT_EQ(Explain(system, rule).Is, evaluation.TruthOf(rule)) << ToText(model->Rules()[rule]);
     }
     std::vector<std::pair<std::size_t, Value>> changes;
     for (std::size_t attribute = 0; attribute < model->Attributes().size(); ++attribute) {
@@ -202,7 +202,7 @@ TEST(HostileDocuments, MayHaveZeroBytesInTexts)
     EXPECT_EQ(model->Rules().at(0).Target, 0U);
     EXPECT_THAT(model->Findings(), IsEmpty());
     const auto truthOf = [&](std::string value) {
-        return Evaluation(SystemValues(model, ValuesFrom({{name, std::move(value)}}))).Of(std::size_t{0});
+        return Evaluation(SystemValues(model, ValuesFrom({{name, std::move(value)}}))).TruthOf(0);
     };
     EXPECT_EQ(truthOf(std::string("\0x", 2)), Truth::True);
     EXPECT_EQ(truthOf(std::string("\0", 1)), Truth::False);
@@ -302,14 +302,14 @@ TEST(HostileRules, OfAThousandTermsMayGroupAThousandDeep)
         const std::string text = ToText(model->Rules().at(0));
         EXPECT_EQ(std::count(text.begin(), text.end(), '('), 998);
         const auto truthOf = [&](std::int64_t value) {
-            return Evaluation(SystemValues(model, ValuesFrom({{"A", value}}))).Of(std::size_t{0});
+            return Evaluation(SystemValues(model, ValuesFrom({{"A", value}}))).TruthOf(0);
         };
         // to the left: term 999 joins the rest by "or", term 998 the rest of that by "and"
         // to the right: term 0 joins the rest by "and"
         EXPECT_EQ(truthOf(999), isOnEarlier ? Truth::False : Truth::True);
         EXPECT_EQ(truthOf(998), Truth::False);
         EXPECT_EQ(truthOf(5'000), Truth::False);
-        EXPECT_EQ(Evaluation(SystemValues(model)).Of(std::size_t{0}), Truth::Unknown);
+        EXPECT_EQ(Evaluation(SystemValues(model)).TruthOf(0), Truth::Unknown);
     }
 }
 
@@ -318,7 +318,7 @@ TEST(HostileRules, OfMoreThanAThousandTermsAreUnknown)
     const auto model = Model::Read(ReadRegistryDocument(WithRules(AlternatingRule(1'001, false))));
     EXPECT_THAT(Lines(model->Findings()), ElementsAre("error no-form /RegistryEntries/Dependencies/0"));
     EXPECT_EQ(model->Forms().at(RuleForm::None).Read, 1U);
-    EXPECT_EQ(Evaluation(SystemValues(model, ValuesFrom({{"A", std::int64_t{1}}}))).Of(std::size_t{0}), Truth::Unknown);
+    EXPECT_EQ(Evaluation(SystemValues(model, ValuesFrom({{"A", std::int64_t{1}}}))).TruthOf(0), Truth::Unknown);
 }
 
 TEST(HostileRules, NestAsDeepAsTheDocumentMay)
@@ -336,7 +336,7 @@ TEST(HostileRules, NestAsDeepAsTheDocumentMay)
     for (std::size_t depth = 0; depth <= 12; ++depth) { // 7 objects and arrays lie around, and 2 are a level
         const auto model = Model::Read(ReadRegistryDocument(nested(depth)));
         EXPECT_THAT(model->Findings(), IsEmpty()) << depth;
-        EXPECT_EQ(Evaluation(SystemValues(model, ValuesFrom({{"A", std::int64_t{1}}}))).Of(std::size_t{0}),
+        EXPECT_EQ(Evaluation(SystemValues(model, ValuesFrom({{"A", std::int64_t{1}}}))).TruthOf(0),
                   depth % 2 == 0 ? Truth::True : Truth::False)
             << depth;
     }
@@ -527,7 +527,7 @@ TEST(HostileChoices, OfAHundredThousandMayAllBeComparedWith)
     ASSERT_EQ(model->Rules().size(), 100U);
     const Evaluation evaluation{SystemValues(model, ValuesFrom({{"A", std::string("name77777")}}))};
     for (std::size_t rule = 0; rule < 100; ++rule) {
-        EXPECT_EQ(evaluation.Of(rule), rule == 77 ? Truth::True : Truth::False) << rule;
+        EXPECT_EQ(evaluation.TruthOf(rule), rule == 77 ? Truth::True : Truth::False) << rule;
     }
 }
 

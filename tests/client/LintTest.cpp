@@ -536,7 +536,7 @@ std::vector<Tried> TryOut(const SmallWorld& world, const std::shared_ptr<const M
         const SystemValues values(model, world.ValuesOf(system));
         const Evaluation evaluation(values);
         for (std::size_t rule = 0; rule < tried.size(); ++rule) {
-            const bool isTrue = evaluation.Of(rule) == Truth::True;
+            const bool isTrue = evaluation.TruthOf(rule) == Truth::True;
             tried[rule].IsEverTrue = tried[rule].IsEverTrue || isTrue;
             for (std::size_t subject = 0; subject < system.size() && !isTrue; ++subject) {
                 const bool hasValue = !world.Subjects()[subject].Values[system[subject]].is_null();

@@ -37,7 +37,7 @@ void PrintVerdicts(const Evaluation& evaluation)
     std::size_t marked = 0;
     for (std::size_t attribute = 0; attribute < evaluation.Of().Attributes().size(); ++attribute) {
         for (std::size_t flag = 0; flag < flagCount; ++flag) {
-            const Verdict verdict = evaluation.Of(attribute, static_cast<Property>(flag));
+            const Verdict verdict = evaluation.VerdictOn(attribute, static_cast<Property>(flag));
             isTrue += verdict.Value ? 1U : 0U;
             uncertain += verdict.Certain ? 0U : 1U;
             marked += verdict.Marked ? 1U : 0U;

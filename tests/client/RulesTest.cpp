@@ -405,8 +405,7 @@ TEST(RuleTerms, OnTheControllerAreIgnored)
     EXPECT_THAT(ShortLines(*WithTerms({controller})), ElementsAre("note controller-term", "note controller-term"));
 
     const auto truthOf = [](const std::vector<Term>& terms) {
-        return Evaluation(SystemValues(WithTerms(terms), ValuesFrom({{"Mode", std::string("Uefi")}})))
-            .Of(std::size_t{0});
+        return Evaluation(SystemValues(WithTerms(terms), ValuesFrom({{"Mode", std::string("Uefi")}}))).TruthOf(0);
     };
     EXPECT_EQ(truthOf({uefi, joined}), Truth::True);
     EXPECT_EQ(truthOf({uefi, Term{"SYSACS", "EQU", "x", "OR"}}), Truth::True);
@@ -461,7 +460,7 @@ TEST(RuleTerms, WithoutAMeaningAreUnknown)
         EXPECT_EQ(model->Findings().at(0).Consequence, "whether the term holds is never known");
         EXPECT_EQ(model->Findings().at(0).Attribute, "Target");
         EXPECT_EQ(model->Findings().at(0).Rule, 0U);
-        EXPECT_EQ(Evaluation(SystemValues(model)).Of(std::size_t{0}), Truth::Unknown);
+        EXPECT_EQ(Evaluation(SystemValues(model)).TruthOf(0), Truth::Unknown);
         if (row.Source) {
             EXPECT_THAT(Listed(model->RulesReading(*row.Source)), ElementsAre(0));
         }
@@ -475,7 +474,7 @@ TEST(RuleTerms, WithoutAMeaningAreReportedOneByOneAndLeaveTheOthers)
     EXPECT_THAT(ShortLines(*model),
                 ElementsAre("error unsupported-condition", "error unsupported-condition", "error unusable-rule"));
     const auto truthOf = [&](const char* value) {
-        return Evaluation(SystemValues(model, ValuesFrom({{"Mode", std::string(value)}}))).Of(std::size_t{0});
+        return Evaluation(SystemValues(model, ValuesFrom({{"Mode", std::string(value)}}))).TruthOf(0);
     };
     EXPECT_EQ(truthOf("Uefi"), Truth::True);
     EXPECT_EQ(truthOf("Legacy"), Truth::Unknown);
@@ -518,7 +517,7 @@ TEST(RuleTerms, AreThreeValued)
     };
     for (const auto& row : rows) {
         const auto model = WithTerms({row.Published});
-        EXPECT_EQ(Evaluation(SystemValues(model, ValuesFrom(row.Values))).Of(std::size_t{0}), row.Is)
+        EXPECT_EQ(Evaluation(SystemValues(model, ValuesFrom(row.Values))).TruthOf(0), row.Is)
             << RuleLines(*model).at(0);
     }
 }

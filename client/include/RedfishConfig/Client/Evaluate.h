@@ -78,10 +78,10 @@ public:
     const Model& Of() const { return *m_Model; }
 
     /** @param rule an index in Model::Rules() */
-    Truth Of(std::size_t rule) const { return m_Rules[rule]; }
+    Truth TruthOf(std::size_t rule) const { return m_Rules[rule]; }
 
     /** @param flag one of the properties for which IsFlag() holds */
-    Verdict Of(std::size_t attribute, Property flag) const
+    Verdict VerdictOn(std::size_t attribute, Property flag) const
     {
         const std::uint8_t bits = m_Verdicts[attribute * flagCount + static_cast<std::size_t>(flag)];
         return {(bits & isTrue) != 0, (bits & isUncertain) == 0, (bits & isMarked) != 0};
@@ -144,6 +144,13 @@ REDFISHCONFIG_EXPORT std::string DoubtAbout(const Evaluation& evaluation, const 
  */
 REDFISHCONFIG_EXPORT std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& now,
                                                   std::size_t attribute);
+
+/**
+ * Why an attribute accepts no value at all: "LowerBound is 90 (rule 3) and UpperBound is 10 (rule 4)", "rules 3 and 5
+ * leave no choice". Empty when it may accept some.
+ */
+REDFISHCONFIG_EXPORT std::string WhyNoValue(const Evaluation& evaluation, const SystemValues& now,
+                                            std::size_t attribute);
 
 /** The choices that the rules leave: the lists in force intersected with each other and with the attribute's own. */
 REDFISHCONFIG_EXPORT ChoicesInForce ChoicesOf(const Evaluation& evaluation, const SystemValues& now,
