@@ -99,12 +99,12 @@ bool FormulaHazards::IsKeySafe(std::string_view name, std::string_view tail) con
 {
     const std::string key = std::string(name) + std::string(tail);
     const std::string_view text = key;
-    for (const std::string_view other : keyTails) {
-        for (std::size_t found = text.find(other); found != std::string_view::npos;
-             found = text.find(other, found + 1)) {
+    for (const std::string_view keyTail : keyTails) {
+        for (std::size_t found = text.find(keyTail); found != std::string_view::npos;
+             found = text.find(keyTail, found + 1)) {
             for (const std::string_view ending : NamesEnding(text.substr(0, found))) {
                 const bool isOwn = found == name.size() && ending.size() == name.size();
-                if (!isOwn && (found < name.size() || ComesFirst(ending, other, text))) {
+                if (!isOwn && (found < name.size() || ComesFirst(ending, keyTail, text))) {
                     return false;
                 }
             }

@@ -9,12 +9,12 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
-constexpr std::int64_t greatest = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t firstInteger = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t lastInteger = std::numeric_limits<std::int64_t>::max();
 
 ValueSet AnyInteger()
 {
-    return ValueSet::Integers(least, greatest);
+    return ValueSet::Integers(firstInteger, lastInteger);
 }
 
 ValueSet AnyText()
@@ -30,8 +30,8 @@ ValueSet OfType(const Attribute& attribute)
     if (attribute.Type != AttributeType::Integer) {
         return AnyText();
     }
-    const std::int64_t lower = attribute.LowerBound.value_or(least);
-    const std::int64_t upper = attribute.UpperBound.value_or(greatest);
+    const std::int64_t lower = attribute.LowerBound.value_or(firstInteger);
+    const std::int64_t upper = attribute.UpperBound.value_or(lastInteger);
     return lower <= upper ? ValueSet::Integers(lower, upper) : AnyInteger();
 }
 

@@ -57,7 +57,7 @@ std::string TestClause(const Explanation& explanation)
     if (!HasValue(explanation.Current)) {
         return test.Name + " has no value";
     }
-    const std::string is = test.Name + " is " + Shown(explanation.Current);
+    std::string is = test.Name + " is " + Shown(explanation.Current);
     if (!HasValue(test.Operand)) {
         return is;
     }
@@ -124,6 +124,7 @@ std::string RuleReason(const SystemValues& now, std::size_t rule, Property flag)
 std::string RulesLeave(const Model& model, const std::vector<std::size_t>& rules)
 {
     std::vector<std::string> positions;
+    positions.reserve(rules.size());
     for (const std::size_t rule : rules) {
         positions.push_back(std::to_string(model.Rules()[rule].Position));
     }

@@ -211,7 +211,7 @@ private:
             return;
         }
         const IndexRange all = m_Model.RulesFor(any.Target, any.Decides);
-        const auto unlocking = std::find_if(all.begin(), all.end(), [this](std::size_t rule) {
+        const auto* const unlocking = std::find_if(all.begin(), all.end(), [this](std::size_t rule) {
             return !GivesTrue(m_Model.Rules()[rule]) && !m_NeverHolds[rule];
         });
         std::vector<const Cover*> covers;

@@ -114,7 +114,7 @@ private:
     Model();
     void BuildIndices(Client::Findings& findings);
     void FindMenus(std::vector<std::vector<std::size_t>>& below, Client::Findings& findings);
-    std::vector<std::size_t> TargetsOf(std::size_t rule, const std::vector<std::vector<std::size_t>>& below,
+    std::vector<std::size_t> TargetsOf(std::size_t index, const std::vector<std::vector<std::size_t>>& below,
                                        std::size_t most, Client::Findings& findings) const;
 
     RegistryDocument m_Document; // its findings are not kept here
