@@ -28,7 +28,7 @@ std::optional<Assignment> Split(const std::string& text)
     if (sign == std::string::npos || sign == 0) {
         return std::nullopt;
     }
-    return Assignment{text.substr(0, sign), text.substr(sign + 1), "", false};
+    return Assignment{text.substr(0, sign), text.substr(sign + 1), "", false, true};
 }
 
 std::vector<Assignment> ReadLines(const std::string& file, const std::string& text)
@@ -83,7 +83,6 @@ std::vector<Assignment> ParseAssignments(const std::vector<std::string>& argumen
 {
     std::vector<Assignment> assignments;
     Names names;
-    bool readsInput = false;
     for (const std::string& argument : arguments) {
         std::optional<Assignment> assignment = Split(argument);
         if (!assignment) {
@@ -92,21 +91,24 @@ std::vector<Assignment> ParseAssignments(const std::vector<std::string>& argumen
         if (!names.insert(assignment->Name).second) {
             throw UsageError("set: " + assignment->Name + " stands there twice");
         }
-        if (assignment->Value == "-" && std::exchange(readsInput, true)) {
-            throw UsageError("set: only one value can be read from standard input");
-        }
         assignments.push_back(std::move(*assignment));
     }
     return assignments;
 }
 
-std::vector<Assignment> ToAssignments(const json::object& values)
+std::vector<Assignment> ToAssignments(const std::string& file, const json::object& values)
 {
     std::vector<Assignment> assignments;
+    Names names;
     for (const auto& [key, value] : values) {
         const auto read = ReadValue(value);
-        assignments.push_back({std::string(key), read ? std::optional(PlainText(*read)) : std::nullopt,
-                               read ? "" : std::string("its value is ") + KindOf(value), value.is_null()});
+        Assignment assignment{std::string(key), read ? std::optional(PlainText(*read)) : std::nullopt,
+                              read ? "" : std::string("its value is ") + KindOf(value), value.is_null()};
+        if (!names.insert(assignment.Name).second) {
+            throw InputError(file + ": " + assignment.Name +
+                             " is there twice, as names that differ in letter case alone are the same");
+        }
+        assignments.push_back(std::move(assignment));
     }
     return assignments;
 }
@@ -120,8 +122,14 @@ std::vector<Assignment> ReadAssignments(const std::string& file)
     }
     const json::value document = ParseJson(file, text);
     const json::value* attributes = document.as_object().if_contains("Attributes");
-    return ToAssignments(attributes != nullptr && attributes->is_object() ? attributes->get_object()
-                                                                          : document.get_object());
+    return ToAssignments(file, attributes != nullptr && attributes->is_object() ? attributes->get_object()
+                                                                                : document.get_object());
+}
+
+bool IsFromStandardInput(const Assignment& assignment, const System& system)
+{
+    const Setting* setting = system.Find(assignment.Name);
+    return assignment.MayRefer && assignment.Value == "-" && setting != nullptr && setting->IsPassword();
 }
 
 std::string ValueToCheck(const Assignment& assignment, const System& system)
@@ -131,10 +139,10 @@ std::string ValueToCheck(const Assignment& assignment, const System& system)
     if (setting == nullptr) {
         return value;
     }
-    if (setting->IsPassword() && value == "-") {
+    if (IsFromStandardInput(assignment, system)) {
         return WithoutLastLineFeed(ReadText("/dev/stdin"));
     }
-    if (setting->IsPassword() && value.size() > 1 && value[0] == '@') {
+    if (assignment.MayRefer && setting->IsPassword() && value.size() > 1 && value[0] == '@') {
         return WithoutLastLineFeed(ReadText(value.substr(1)));
     }
     if (system.Options().Hex && EqualsIgnoringCase(setting->Type(), "Integer") && RedfishConfig::isHexString(value)) {

@@ -16,6 +16,7 @@ struct Assignment {
     std::optional<std::string> Value; ///< nothing for what no setting can hold, see Defect
     std::string Defect;               ///< why there is no value
     bool IsNull = false;              ///< whether the file says that there is none
+    bool MayRefer = false;            ///< "-" and "@FILE" mean what is elsewhere, for a password; never so in JSON
 };
 
 /**
@@ -33,13 +34,20 @@ std::vector<Assignment> ParseAssignments(const std::vector<std::string>& argumen
  */
 std::vector<Assignment> ReadAssignments(const std::string& file);
 
-/** The members of a JSON object as assignments; null, lists and the like as defects. */
-std::vector<Assignment> ToAssignments(const boost::json::object& values);
+/**
+ * The members of a JSON object as assignments; null, lists and the like as defects.
+ *
+ * @param file only named in complaints. @throws InputError when two names differ in letter case alone.
+ */
+std::vector<Assignment> ToAssignments(const std::string& file, const boost::json::object& values);
+
+/** Whether the value is to be read from standard input. */
+bool IsFromStandardInput(const Assignment& assignment, const System& system);
 
 /**
  * What the library is to check for an assignment: the value as written, but
- * - for a password, @FILE stands for the text of a file and - for that of standard input, without one line feed at the
- *   end,
+ * - for a password that is not from JSON, @FILE stands for the text of a file and - for that of standard input, without
+ *   one line feed at the end,
  * - for an Integer under --hex, 0x... stands for the number, as --hex shows it.
  *
  * @throws InputError when such a file cannot be read.

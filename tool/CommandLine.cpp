@@ -197,7 +197,7 @@ std::optional<ExitCode> Parse(std::vector<std::string> arguments, Request& reque
         return WrongUsage(err, error.what());
     }
     if (request.AsPublished && std::holds_alternative<DocumentsRunner>(request.Run)) {
-        return WrongUsage(err, "--as-published: this command is about adapting");
+        return WrongUsage(err, "--as-published does not go with this command");
     }
     if (request.AsPublished && !request.Files.RegistryValues.empty()) {
         return WrongUsage(err, "--as-published: flags are taken as they are, --registry-values does not go with it");

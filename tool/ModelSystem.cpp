@@ -51,7 +51,10 @@ bool RefuseAllValues(const Client::Evaluation& evaluation, const Client::SystemV
     return !cause.empty();
 }
 
-/** Whether rules give bounds or lengths that the default does not keep. */
+/**
+ * Whether rules give bounds, lengths, an increment or a pattern that the default does not keep, or may not keep: then
+ * it is checked as any other value is.
+ */
 bool IsDefaultRuledOut(const Client::Evaluation& evaluation, const Client::Attribute& inForce)
 {
     using Client::Property;
@@ -62,6 +65,10 @@ bool IsDefaultRuledOut(const Client::Evaluation& evaluation, const Client::Attri
         return (evaluation.RuleInForce(index, lower) && least && measure < *least) ||
                (evaluation.RuleInForce(index, upper) && most && measure > *most);
     };
+    if (evaluation.RuleInForce(index, Property::ScalarIncrement) ||
+        evaluation.RuleInForce(index, Property::ValueExpression)) {
+        return true;
+    }
     if (const auto* number = std::get_if<std::int64_t>(&value)) {
         return isBeyond(*number, Property::LowerBound, inForce.LowerBound, Property::UpperBound, inForce.UpperBound);
     }

@@ -6,6 +6,7 @@
 #include <boost/json/object.hpp>
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <string>
 
@@ -25,6 +26,22 @@ std::vector<std::string> Suggestions(const Answer& answer, const System& system)
     return NearestNames(answer.Name, names);
 }
 
+/** Whether a name is a word of the message: "Up" is none of "UpperBound". */
+bool IsNamed(const std::string& message, const std::string& name)
+{
+    const auto isPartOfWord = [&](std::size_t place) {
+        const auto character = static_cast<unsigned char>(message[place]);
+        return std::isalnum(character) != 0 || character == '_';
+    };
+    for (std::size_t found = message.find(name); found != std::string::npos; found = message.find(name, found + 1)) {
+        const std::size_t end = found + name.size();
+        if ((found == 0 || !isPartOfWord(found - 1)) && (end == message.size() || !isPartOfWord(end))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /**
  * The message, with the setting's name before it when it is not in it.
  *
@@ -34,7 +51,7 @@ std::string Sentence(const Answer& answer, bool inAnyCase)
 {
     const std::string& message = answer.Result.ErrorMsg();
     const bool isNamed =
-        inAnyCase ? ContainsIgnoringCase(message, answer.Name) : message.find(answer.Name) != std::string::npos;
+        inAnyCase ? IsNamed(Fold(message), Fold(answer.Name)) : message.find(answer.Name) != std::string::npos;
     return ReplaceAll(isNamed ? message : answer.Name + ": " + message, ".\n", ". "); // some have two lines
 }
 

@@ -85,13 +85,13 @@ SavedValues ReadSavedValues(const std::string& file)
     }
     if (IsSavedSystem(*root)) {
         CheckVersion(file, root->at("version"));
-        return {ToAssignments(ObjectOf(file, *root, "values")), ObjectOf(file, *root, "registry")};
+        return {ToAssignments(file, ObjectOf(file, *root, "values")), ObjectOf(file, *root, "registry")};
     }
     const json::value* attributes = root->if_contains("Attributes");
     if (attributes != nullptr && !attributes->is_object()) {
         throw InputError(file + R"(: its "Attributes" is not an object)");
     }
-    return {ToAssignments(attributes != nullptr ? attributes->get_object() : *root), {}};
+    return {ToAssignments(file, attributes != nullptr ? attributes->get_object() : *root), {}};
 }
 
 } // namespace RedfishConfigTool

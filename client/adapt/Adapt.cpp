@@ -109,6 +109,7 @@ void WriteRegistry(const SystemValues& values, const Evaluation& evaluation, Ada
     }
     adaptation.Rules = std::move(formulas.Counts);
     adaptation.Undecided = std::move(formulas.Undecided);
+    adaptation.LeftOut = std::move(formulas.LeftOut);
     adaptation.PublishedRule = std::move(formulas.PublishedRule);
     for (const Attribute& attribute : model.Attributes()) {
         adaptation.PublishedAttribute.push_back(attribute.Position);

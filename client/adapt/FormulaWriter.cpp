@@ -225,6 +225,15 @@ private:
         return plan;
     }
 
+    /** Once, although a rule on a menu is for several settings. */
+    void LeaveOut(std::size_t rule)
+    {
+        if (!m_IsLeftOut[rule]) {
+            m_IsLeftOut[rule] = true;
+            m_Written.LeftOut.push_back(m_Model.Rules()[rule].Position);
+        }
+    }
+
     /** Rules for other properties stand alone; the core has no verdict for them. */
     void WriteOther(std::size_t attribute, Property property)
     {
@@ -233,7 +242,7 @@ private:
         }
         for (const std::size_t rule : m_Model.RulesFor(attribute, property)) {
             if (property == Property::Choices) {
-                m_IsLeftOut[rule] = true; // the core has no such rules
+                LeaveOut(rule); // the core has no such rules
                 continue;
             }
             Plan plan;
@@ -241,7 +250,7 @@ private:
             std::vector<Draft> drafts;
             if (const std::optional<Failure> failure = Write(plan, attribute, property, drafts)) {
                 Report(attribute, *failure, "the rule is left out");
-                m_IsLeftOut[rule] = true;
+                LeaveOut(rule);
             } else if (m_IsAlways) {
                 WriteAlways(attribute, property, rule);
             } else {
@@ -545,6 +554,7 @@ private:
 
     void CountForms()
     {
+        std::sort(m_Written.LeftOut.begin(), m_Written.LeftOut.end());
         for (const auto& [form, count] : m_Model.Forms()) {
             m_Written.Counts[form] = {count.Published, count.Read, count.LeftOut};
         }

@@ -20,6 +20,7 @@ struct WrittenFormulas {
     std::vector<std::size_t> PublishedRule; ///< for each of them
     std::map<RuleForm, AdaptedCount> Counts;
     std::vector<UndecidedFlag> Undecided;
+    std::vector<std::size_t> LeftOut; ///< positions of rules for other properties than flags; ascending
     std::vector<FlagSet> Flags; ///< for each attribute, the flags that it is to have beside these rules
 };
 

@@ -62,6 +62,24 @@ void ComplainOfUndecided(const std::string& file, const std::vector<Client::Unde
                     (undecided.size() == 1 ? "is" : "are") + " true in it: " + names + rest);
 }
 
+/** Complains about rules that the adapted registry lacks: it allows what they forbid. */
+void ComplainOfLeftOut(const std::string& file, const std::vector<std::size_t>& positions, Output& output)
+{
+    constexpr std::size_t mostNamed = 8;
+    if (positions.empty()) {
+        return;
+    }
+    std::string named;
+    for (std::size_t place = 0; place < std::min(positions.size(), mostNamed); ++place) {
+        named += (named.empty() ? "" : ", ") + std::to_string(positions[place]);
+    }
+    const std::string rest =
+        positions.size() > mostNamed ? " and " + std::to_string(positions.size() - mostNamed) + " more" : "";
+    output.Complain(file + ": " + Counted(positions.size(), "rule") +
+                    " for choices, bounds or texts cannot be written in the library's form and " +
+                    (positions.size() == 1 ? "is" : "are") + " left out, by position: " + named + rest);
+}
+
 } // namespace
 
 ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Output& output)
@@ -79,6 +97,7 @@ ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Outpu
     }
     const Client::Adaptation adapted = Client::Adapt(documents.Values, documents.Evaluated);
     ComplainOfUndecided(file, adapted.Undecided, output);
+    ComplainOfLeftOut(file, adapted.LeftOut, output);
     const std::string text = JsonText(ParseJson(file, adapted.RegistryText)) + "\n";
     if (isToStdout) {
         output.Answers() << text;

@@ -41,6 +41,7 @@ const char* WhyNotShown(const Setting& setting, const SettingStatus& status, con
 struct Comparison {
     std::vector<Difference> Differences;
     std::vector<LeftOut> NotCompared;
+    bool HasDefects = false; ///< the file has values that no setting can have
 };
 
 Comparison Compare(const std::vector<Assignment>& values, System& system)
@@ -54,6 +55,11 @@ Comparison Compare(const std::vector<Assignment>& values, System& system)
         }
         if (const char* reason = WhyNotShown(*setting, system.StatusOf(*setting), system)) {
             comparison.NotCompared.push_back({value.Name, reason});
+            continue;
+        }
+        if (!value.Value && !value.IsNull) {
+            comparison.NotCompared.push_back({value.Name, value.Defect});
+            comparison.HasDefects = true;
             continue;
         }
         const auto& current = setting->Record().CurrentValue;
@@ -123,7 +129,8 @@ ExitCode RunCompare(System& system, const std::string& file, Output& output)
     for (const LeftOut& left : comparison.NotCompared) {
         output.Complain(left.Name + " is not compared (" + left.Reason + ")");
     }
-    return comparison.Differences.empty() ? ExitCode::Answered : ExitCode::Refused;
+    const bool isSame = comparison.Differences.empty() && !comparison.HasDefects;
+    return isSame ? ExitCode::Answered : ExitCode::Refused;
 }
 
 Runner AttachCompare(CLI::App& command)

@@ -102,7 +102,7 @@ ExitCode RunSave(System& system, const SaveOptions& options, Output& output)
     Saved saved = Collect(system, options);
     const std::size_t count = saved.Values.size();
     const json::object document = MakeSavedSystem(system, std::move(saved.Values), saved.Left);
-    if (options.File.empty()) {
+    if (options.File.empty() || options.File == "-") {
         output.Write(document);
     } else {
         try {

@@ -2,6 +2,7 @@
 
 #include "../Assignments.h"
 #include "../Changes.h"
+#include "../Input.h"
 #include "../Refusals.h"
 
 #include <CLI/App.hpp>
@@ -48,9 +49,14 @@ Answer Prepare(System& system, const Assignment& assignment, RedfishConfig::filt
 ExitCode RunSet(System& system, const SetOptions& options, Output& output)
 {
     const auto action = options.From.empty() ? RedfishConfig::FILTER_PATCH : RedfishConfig::FILTER_PATCH_FROM_FILE;
+    const std::vector<Assignment> assignments = AllAssignments(options);
+    const auto isFromInput = [&](const Assignment& assignment) { return IsFromStandardInput(assignment, system); };
+    if (std::count_if(assignments.begin(), assignments.end(), isFromInput) > 1) {
+        throw InputError("set: only one value can be read from standard input");
+    }
     PatchBody body;
     std::vector<Answer> answers;
-    for (const Assignment& assignment : AllAssignments(options)) {
+    for (const Assignment& assignment : assignments) {
         answers.push_back(Prepare(system, assignment, action));
         AddToBody(answers.back(), body);
     }

@@ -41,6 +41,11 @@ struct Adaptation {
     std::vector<Finding> Findings; ///< those of the documents, of the model and the values, then of adapting
     std::map<RuleForm, AdaptedCount> Rules;
     std::vector<UndecidedFlag> Undecided; ///< in the order of the settings
+    /**
+     * Positions of published rules that the adapted registry has nothing for, ascending: for choices, which the core
+     * has no rules for, and those for other properties than flags that cannot be written, with a finding.
+     */
+    std::vector<std::size_t> LeftOut;
     /** For each element of the adapted "Dependencies" a position in the published one. Ascending. */
     std::vector<std::size_t> PublishedRule;
     /** The same for each element of the adapted "Attributes". */
