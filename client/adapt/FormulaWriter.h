@@ -21,7 +21,7 @@ struct WrittenFormulas {
     std::map<RuleForm, AdaptedCount> Counts;
     std::vector<UndecidedFlag> Undecided;
     std::vector<std::size_t> LeftOut; ///< positions of rules for other properties than flags; ascending
-    std::vector<FlagSet> Flags; ///< for each attribute, the flags that it is to have beside these rules
+    std::vector<FlagSet> Flags;       ///< for each attribute, the flags that it is to have beside these rules
 };
 
 /** Writes rules and flags so that the core comes to the verdicts of the evaluation. */

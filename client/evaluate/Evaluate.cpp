@@ -54,6 +54,7 @@ Evaluation Evaluation::ForValues(const SystemValues& now) const
 std::shared_ptr<const Evaluation::Flags> Evaluation::FindFlags() const
 {
     const auto flags = std::make_shared<Flags>();
+    const std::vector<FlagOrigin> ofMenus = FindMenuFlags();
     const std::size_t attributes = m_Model->Attributes().size();
     flags->WithoutRules.resize(attributes * flagCount, 0);
     for (std::size_t attribute = 0; attribute < attributes; ++attribute) {
@@ -64,7 +65,7 @@ std::shared_ptr<const Evaluation::Flags> Evaluation::FindFlags() const
                 flags->WithoutRules[attribute * flagCount + number] = isTrue | isMarked;
             }
             if (!m_Model->RulesFor(attribute, flag).empty()) {
-                const FlagOrigin origin = own.Has(flag) ? OriginByRules(attribute, flag) : FlagOrigin::NotSet;
+                const FlagOrigin origin = own.Has(flag) ? OriginByRules(attribute, flag, ofMenus) : FlagOrigin::NotSet;
                 flags->Ruled.push_back({static_cast<std::uint32_t>(attribute), flag, origin});
             }
         }
@@ -72,15 +73,56 @@ std::shared_ptr<const Evaluation::Flags> Evaluation::FindFlags() const
     return flags;
 }
 
-FlagOrigin Evaluation::OriginByRules(std::size_t attribute, Property flag) const
+/** What one more rule says of a true flag; the first true rule has the last word. */
+FlagOrigin Evaluation::OriginAfter(std::size_t rule, FlagOrigin origin) const
 {
-    FlagOrigin origin = FlagOrigin::Marked;
-    for (const std::size_t rule : m_Model->RulesFor(attribute, flag)) {
-        if (m_Rules[rule] == Truth::True) {
-            return GivesTrue(m_Model->Rules()[rule]) ? FlagOrigin::Explained : FlagOrigin::Marked;
+    if (m_Rules[rule] == Truth::True) {
+        return GivesTrue(m_Model->Rules()[rule]) ? FlagOrigin::Explained : FlagOrigin::Marked;
+    }
+    return m_Rules[rule] == Truth::Unknown ? FlagOrigin::Unexplained : origin;
+}
+
+/** The flags of menus, by menu and flag: a rule on a setting in the menu does not explain them, one on the menu does.
+ */
+std::vector<FlagOrigin> Evaluation::FindMenuFlags() const
+{
+    std::vector<FlagOrigin> origins(m_Model->Menus().size() * flagCount, FlagOrigin::Marked);
+    std::vector<bool> isDecided(origins.size(), false);
+    for (std::size_t rule = 0; rule < m_Model->Rules().size(); ++rule) {
+        const Property flag = m_Model->Rules()[rule].Decides;
+        for (const std::size_t menu : m_Model->Rules()[rule].TargetMenus) {
+            const std::size_t place = menu * flagCount + static_cast<std::size_t>(flag);
+            if (IsFlag(flag) && !isDecided[place]) {
+                origins[place] = OriginAfter(rule, origins[place]);
+                isDecided[place] = m_Rules[rule] == Truth::True;
+            }
         }
-        if (m_Rules[rule] == Truth::Unknown) {
-            origin = FlagOrigin::Unexplained;
+    }
+    return origins;
+}
+
+/** Of a setting's own flag and those of its menus one that is a mark is enough, then one that may be. */
+FlagOrigin Evaluation::OriginByRules(std::size_t attribute, Property flag, const std::vector<FlagOrigin>& ofMenus) const
+{
+    FlagOrigin origin = FlagOrigin::Explained;
+    const auto add = [&origin](FlagOrigin further) {
+        if (further == FlagOrigin::Marked || origin == FlagOrigin::Explained) {
+            origin = further;
+        }
+    };
+    if (m_Model->Attributes()[attribute].Flags.Has(flag)) {
+        FlagOrigin own = FlagOrigin::Marked;
+        for (const std::size_t rule : m_Model->RulesFor(attribute, flag)) {
+            own = OriginAfter(rule, own);
+            if (m_Rules[rule] == Truth::True) {
+                break;
+            }
+        }
+        add(own);
+    }
+    for (const std::size_t menu : m_Model->MenusOf(attribute)) {
+        if (m_Model->Menus()[menu].Flags.Has(flag)) {
+            add(ofMenus[menu * flagCount + static_cast<std::size_t>(flag)]);
         }
     }
     return origin;

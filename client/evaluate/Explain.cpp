@@ -1,5 +1,7 @@
 #include <RedfishConfig/Client/Evaluate.h>
 
+#include "../Limits.h"
+#include "../intake/Quote.h"
 #include "../model/ConditionPrograms.h"
 
 #include <algorithm>
@@ -28,15 +30,22 @@ std::string CauseOf(const Test& test, const SystemValues& now)
     }
 }
 
+/** The value; of a text as much as is shown of any, as a rule may ask for one a thousand times. */
+Value CutToShow(const Value& value)
+{
+    const auto* text = std::get_if<std::string>(&value);
+    return text != nullptr ? Value(Cut(*text, Limits::quotedBytes)) : value;
+}
+
 Explanation ExplainTest(const Test& test, const SystemValues& now)
 {
     Explanation explanation;
     explanation.What = Condition::Kind::Test;
     explanation.Asked = &test;
-    explanation.Is = Evaluate(test, now);
+    explanation.Is = now.Of().Programs().Evaluate(test, now);
     if (test.Source != noAttribute) {
         explanation.Current = test.Of == Property::CurrentValue
-                                  ? now.ValueOf(test.Source)
+                                  ? CutToShow(now.ValueOf(test.Source))
                                   : Value(now.Of().Attributes()[test.Source].Flags.Has(test.Of));
     }
     if (explanation.Is == Truth::Unknown) {
@@ -86,8 +95,8 @@ Explanation Explain(const SystemValues& now, std::size_t rule)
 
 Explanation Pruned(const Explanation& explanation)
 {
-    Explanation pruned = explanation;
-    pruned.Parts.clear();
+    Explanation pruned{explanation.What,  explanation.Is,      {},
+                       explanation.Asked, explanation.Current, explanation.Because};
     const bool isNot = explanation.What == Condition::Kind::Not;
     for (const Explanation& part : explanation.Parts) {
         if (isNot || part.Is == explanation.Is) {

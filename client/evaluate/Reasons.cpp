@@ -183,7 +183,12 @@ std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& n
     for (const Property property :
          {Property::Choices, Property::LowerBound, Property::UpperBound, Property::ScalarIncrement, Property::MinLength,
           Property::MaxLength, Property::ValueExpression}) {
-        if (const auto unknown = FirstUnknownRule(evaluation, attribute, property, nullptr)) {
+        // the lists of choices in force are intersected; of the other rules the first that is true counts
+        const std::optional<std::size_t> inForce =
+            property == Property::Choices ? std::nullopt : evaluation.RuleInForce(attribute, property);
+        const Outcome* const outcome = inForce ? &now.Of().Rules()[*inForce].Outcome : nullptr;
+        const auto unknown = FirstUnknownRule(evaluation, attribute, property, outcome);
+        if (unknown && (!inForce || *unknown < *inForce)) {
             return UnknownClause(now, *unknown);
         }
     }

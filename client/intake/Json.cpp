@@ -323,7 +323,8 @@ std::optional<std::int64_t> JsonValue::Integer() const
     if (what == Kind::Integer) {
         return m_Document->m_Nodes[m_Node].Integer;
     }
-    constexpr double beyond = 9223372036854775808.0; // 2 to the power of 63
+    // 2 to the power of 63; whole numbers below the least of 64 bits are rounded to its negative, which so is refused
+    constexpr double beyond = 9223372036854775808.0;
     const double fraction = what == Kind::Fraction ? m_Document->m_Nodes[m_Node].Fraction : beyond;
     if (fraction > -beyond && fraction < beyond &&
         static_cast<double>(static_cast<std::int64_t>(fraction)) == fraction) {

@@ -224,9 +224,18 @@ private:
         }
     }
 
+    /** Looked up once: there may be many choices, and many members beside them. */
+    const std::string& PointerToChoices()
+    {
+        if (m_PointerToChoices.empty()) {
+            m_PointerToChoices = PointerTo(AttributeKey::Choices);
+        }
+        return m_PointerToChoices;
+    }
+
     void ReadChoice(const JsonValue& element, std::size_t position)
     {
-        const auto pointer = [&] { return Element(PointerTo(AttributeKey::Choices), position); };
+        const auto pointer = [&] { return Element(PointerToChoices(), position); };
         const KeyedObject<ChoiceKey> members(element, m_ChoiceKeys);
         if (members.HasRenamedKeys()) {
             members.ReportKeys(pointer(), m_Findings);
@@ -237,7 +246,7 @@ private:
         const bool hasShownName = shown && !shown->empty();
         if (!own) {
             m_Findings.Add(Severity::Warning, FindingKind::WrongKind, pointer(),
-                           "a choice without a value name: " + Quote(element),
+                           "a choice without a value name: " + Shown(element),
                            hasShownName ? "its display name is taken" : "it is left out");
             if (hasShownName) {
                 m_Attribute.Choices.push_back({*shown, *shown});
@@ -246,13 +255,18 @@ private:
         }
         if (!element.IsObject() || !name.IsText()) {
             m_Findings.Add(Severity::Note, FindingKind::WrongKind, pointer(),
-                           "a choice in another form: " + Quote(element), "it is read as a value name");
+                           "a choice in another form: " + Shown(element), "it is read as a value name");
         }
         m_WithoutDisplayName += hasShownName ? 0U : 1U;
         if (!hasShownName) {
             shown = own;
         }
         m_Attribute.Choices.push_back({std::move(*own), std::move(*shown)});
+    }
+
+    std::string Shown(const JsonValue& element) const
+    {
+        return m_Attribute.IsPassword() ? std::string("a password") : Quote(element);
     }
 
     /** A text, or a number or boolean as one. */
@@ -316,6 +330,7 @@ private:
     Findings& m_Findings;
     Attribute m_Attribute;
     std::size_t m_WithoutDisplayName = 0;
+    std::string m_PointerToChoices; // empty until it is asked for
 };
 
 /** Leaves out attributes whose names differ from an earlier one in the case of letters alone. */

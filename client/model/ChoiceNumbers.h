@@ -50,6 +50,9 @@ public:
     /** Stays where it is. */
     const ChoiceNumbers& Of(std::size_t attribute);
 
+    /** Null when nobody has asked for it. */
+    const ChoiceNumbers* Find(std::size_t attribute) const { return m_Numbers[attribute].get(); }
+
 private:
     const std::vector<Attribute>* m_Attributes;
     std::vector<std::unique_ptr<const ChoiceNumbers>> m_Numbers; // by attribute

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <optional>
 #include <utility>
 
 namespace RedfishConfig::Client {
@@ -15,6 +16,11 @@ constexpr std::uint32_t alwaysFalse = 0;
 constexpr std::uint32_t neverKnown = 1;
 constexpr std::uint32_t alwaysTrue = 2;
 constexpr std::uint32_t firstTest = 3;
+
+constexpr std::uint32_t ConstantOf(Truth truth)
+{
+    return truth == Truth::True ? alwaysTrue : truth == Truth::False ? alwaysFalse : neverKnown;
+}
 
 constexpr Truth Negate(Truth truth)
 {
@@ -57,6 +63,20 @@ bool IsNegated(Comparison comparison)
 {
     return comparison == Comparison::NotEqual || comparison == Comparison::Greater ||
            comparison == Comparison::GreaterOrEqual;
+}
+
+/** The truth of a test that no value of a system changes; nothing for others. */
+std::optional<Truth> FixedTruth(const Test& test, const std::vector<Attribute>& attributes)
+{
+    if (test.Source == noAttribute) {
+        return Truth::Unknown;
+    }
+    const Attribute& source = attributes[test.Source];
+    if (test.Of != Property::CurrentValue) {
+        const bool isEqual = source.Flags.Has(test.Of) == std::get<bool>(test.Operand);
+        return Of(isEqual == (test.Compare == Comparison::Equal));
+    }
+    return source.IsPassword() ? std::optional(Truth::Unknown) : std::nullopt;
 }
 
 bool IsJoined(const Condition& condition)
@@ -187,33 +207,12 @@ private:
             return {neverKnown, false};
         }
         const Test& test = condition.Asked;
-        if (test.Source == noAttribute) {
-            return {neverKnown, false};
-        }
-        if (test.Of != Property::CurrentValue) {
-            const bool isEqual = m_Attributes[test.Source].Flags.Has(test.Of) == std::get<bool>(test.Operand);
-            return {isEqual ? alwaysTrue : alwaysFalse, test.Compare == Comparison::NotEqual};
-        }
-        if (m_Attributes[test.Source].IsPassword()) {
-            return {neverKnown, false};
+        if (const std::optional<Truth> fixed = FixedTruth(test, m_Attributes)) {
+            return {ConstantOf(*fixed), false};
         }
         const auto number = static_cast<std::uint32_t>(firstTest + m_Programs.m_Tests.size());
-        m_Programs.m_Tests.push_back(Code(test));
+        m_Programs.m_Tests.push_back(Code(test, nullptr));
         return {number, IsNegated(test.Compare)};
-    }
-
-    static CodedTest Code(const Test& test)
-    {
-        CodedTest coded;
-        coded.Source = test.Source;
-        coded.Operand = &test.Operand;
-        if (!HasValue(test.Operand)) {
-            coded.What = CodedTest::Kind::HasNoValue;
-        } else if (!IsEquality(test.Compare)) { // a greater than b is not a less or equal b
-            const bool isStrict = test.Compare == Comparison::Less || test.Compare == Comparison::GreaterOrEqual;
-            coded.What = isStrict ? CodedTest::Kind::Less : CodedTest::Kind::LessOrEqual;
-        }
-        return coded;
     }
 
     /** Puts a test behind those of its source. */
@@ -226,12 +225,7 @@ private:
             sources.push_back(
                 {test.Source, first, first, hasChoices ? &m_Programs.m_Choices.Of(test.Source) : nullptr});
         }
-        const ChoiceNumbers* const choices = sources.back().Choices;
-        const auto* text = std::get_if<std::string>(test.Operand);
-        if (choices != nullptr && text != nullptr && test.What == CodedTest::Kind::Equal) {
-            test.Choices = choices->Of(*text, false);
-            test.ChoicesAsShown = choices->Of(*text, true);
-        }
+        FindChoices(test, sources.back().Choices);
         m_Programs.m_Tests.push_back(std::move(test));
         ++sources.back().Last;
     }
@@ -240,6 +234,31 @@ private:
     const std::vector<Attribute>& m_Attributes;
     std::size_t m_Height = 0; // of the stack
 };
+
+ConditionPrograms::CodedTest ConditionPrograms::Code(const Test& test, const ChoiceNumbers* choices)
+{
+    CodedTest coded;
+    coded.Source = test.Source;
+    coded.Operand = &test.Operand;
+    if (!HasValue(test.Operand)) {
+        coded.What = CodedTest::Kind::HasNoValue;
+    } else if (!IsEquality(test.Compare)) { // a greater than b is not a less or equal b
+        const bool isStrict = test.Compare == Comparison::Less || test.Compare == Comparison::GreaterOrEqual;
+        coded.What = isStrict ? CodedTest::Kind::Less : CodedTest::Kind::LessOrEqual;
+    }
+    FindChoices(coded, choices);
+    return coded;
+}
+
+/** Finds the choices that the operand names. @param choices of the source; null when it has none, or later */
+void ConditionPrograms::FindChoices(CodedTest& test, const ChoiceNumbers* choices)
+{
+    const auto* text = std::get_if<std::string>(test.Operand);
+    if (choices != nullptr && text != nullptr && test.What == CodedTest::Kind::Equal) {
+        test.Choices = choices->Of(*text, false);
+        test.ChoicesAsShown = choices->Of(*text, true);
+    }
+}
 
 ConditionPrograms::ConditionPrograms(const std::vector<Attribute>& attributes, const std::vector<Rule>& rules,
                                      ChoiceNumbersOfAll choices)
@@ -340,18 +359,20 @@ void ConditionPrograms::EvaluateRules(const std::vector<Truth>& tests, std::vect
     }
 }
 
-Truth Evaluate(const Test& test, const SystemValues& now)
+Truth ConditionPrograms::Evaluate(const Test& test, const SystemValues& now) const
 {
-    Condition condition;
-    condition.What = Condition::Kind::Test;
-    condition.Asked = test;
-    std::vector<Rule> rules(1);
-    rules.front().When = std::move(condition);
-    const std::vector<Attribute>& attributes = now.Of().Attributes();
-    const ConditionPrograms program(attributes, rules, ChoiceNumbersOfAll(attributes));
-    std::vector<Truth> truth(1);
-    program.EvaluateRules(program.EvaluateTests(now), truth);
-    return truth.front();
+    if (const std::optional<Truth> fixed = FixedTruth(test, now.Of().Attributes())) {
+        return *fixed;
+    }
+    const ChoiceNumbers* const choices = m_Choices.Find(test.Source);
+    const bool displayNamesAreValues = now.UsesDisplayNames(test.Source);
+    const Value& held = now.ValueOf(test.Source);
+    const auto* text = std::get_if<std::string>(&held);
+    const std::vector<std::uint32_t> heldChoices = choices != nullptr && text != nullptr
+                                                       ? choices->Of(*text, displayNamesAreValues)
+                                                       : std::vector<std::uint32_t>();
+    const Truth truth = Compare(Code(test, choices), held, heldChoices, displayNamesAreValues);
+    return IsNegated(test.Compare) ? Negate(truth) : truth;
 }
 
 } // namespace RedfishConfig::Client

@@ -26,6 +26,9 @@ public:
     /** The truth of all tests for the values of a system. */
     std::vector<Truth> EvaluateTests(const SystemValues& now) const;
 
+    /** The truth of one test of these rules. */
+    Truth Evaluate(const Test& test, const SystemValues& now) const;
+
     /** The truth of all rules, from that of the tests. */
     void EvaluateRules(const std::vector<Truth>& tests, std::vector<Truth>& rules) const;
 
@@ -65,6 +68,8 @@ private:
     };
 
     class Compiler;
+    static CodedTest Code(const Test& test, const ChoiceNumbers* choices);
+    static void FindChoices(CodedTest& test, const ChoiceNumbers* choices);
     static Truth Compare(const CodedTest& test, const Value& held, const std::vector<std::uint32_t>& heldChoices,
                          bool displayNamesAreValues);
 
@@ -75,8 +80,4 @@ private:
     std::vector<std::uint32_t> m_Begin; // of each rule's instructions
     std::size_t m_StackSize = 1;
 };
-
-/** The truth of one test. */
-Truth Evaluate(const Test& test, const SystemValues& now);
-
 } // namespace RedfishConfig::Client

@@ -114,7 +114,7 @@ private:
             m_Findings.Add(Severity::Warning, FindingKind::MixedForms, Pointer(rule),
                            "joiners are on other terms than in most rules of the registry",
                            "the rule is read as its own joiners have it");
-        } else if (formed.When.What == Condition::Kind::Ignored) {
+        } else if (!Counts(formed.When)) {
             m_Findings.Add(Severity::Note, FindingKind::ControllerTerm, Pointer(rule),
                            "a rule on the controller itself alone", "the rule does not count");
         }
@@ -245,6 +245,9 @@ private:
 
     bool ReadChoiceList(Rule& rule, const JsonValue& member)
     {
+        if (rule.Target != noAttribute && m_Attributes[rule.Target].IsPassword()) {
+            return LeaveOut(Severity::Error, FindingKind::OutcomeOfOtherType, rule, "choices for a password");
+        }
         std::vector<std::string> names;
         const auto add = [&](const JsonValue& element) {
             const KeyedObject<ChoiceKey> choice(element, m_Orders.Choices);

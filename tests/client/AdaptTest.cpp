@@ -1325,7 +1325,7 @@ TEST(AdaptedWorlds, AgreeWithTheEvaluation)
             std::cout << json::serialize(registry) << "\n";
         }
     }
-    EXPECT_GT(rules, 4 * worlds);
+    EXPECT_GT(rules, 3 * worlds);
     EXPECT_LT(undecided, worlds / 2);
     EXPECT_GT(undecided, worlds / 20);
 }

@@ -729,8 +729,12 @@ TEST(Sameness, IsThatOfTests)
 TEST(Passwords, AreNeverPrinted)
 {
     RegistryBuilder registry;
-    registry.Attribute("A", "Password", {{"CurrentValue", 12345678}, {"DefaultValue", "hunter2"}});
+    registry.Attribute("A", "Password",
+                       {{"CurrentValue", 12345678},
+                        {"DefaultValue", "hunter2"},
+                        {"Value", json::array{"hunter2", json::object{{"ValueDisplayName", "letmein"}}}}});
     registry.Attribute("T", "String");
+    registry.Rule("A", "Value", json::array{"letmein"}, {Term{"T", "EQU", "x"}});
     registry.Rule("T", "ReadOnly", true, {Term{"A", "EQU", "letmein"}, Term{"A", "GTR", "letmein", "OR"}});
     registry.Rule("A", "CurrentValue", "letmein", {Term{"T", "EQU", "x"}});
     registry.Rule("A", "DefaultValue", json::array{"letmein"}, {Term{"T", "EQU", "x"}});

@@ -468,6 +468,48 @@ TEST_F(RuleMeaning, BoundsLengthsDefaultsAndTextsAreThoseInForce)
     }
 }
 
+TEST(MenuFlags, AreSnapshotsOfRulesOnTheMenuAlone)
+{
+    struct Row {
+        const char* target; ///< of a rule that is true when the registry came, and false later
+        bool isHidden;      ///< later
+        bool isMarked;
+    };
+    for (const Row& row : {Row{"A", true, true}, Row{"M", false, false}, Row{"Other", true, true}}) {
+        RegistryBuilder registry;
+        registry.Attribute("A", "String", {{"MenuPath", "./M"}});
+        registry.Attribute("Switch", "Integer");
+        registry.Rule(row.target, "Hidden", true, {Term{"Switch", "EQU", 1}});
+        json::value document = registry.Json();
+        document.at("RegistryEntries").as_object()["Menus"] =
+            json::array{{{"MenuName", "M"}, {"MenuPath", "./M"}, {"Hidden", true}},
+                        {{"MenuName", "Other"}, {"MenuPath", "./Other"}, {"Hidden", true}}};
+        const auto model = ModelOf(document);
+        const SystemValues then(model, ValuesFrom({{"Switch", std::int64_t{1}}}));
+        const SystemValues now(model, ValuesFrom({{"Switch", std::int64_t{0}}}));
+        const Verdict verdict = Evaluation(now, then).VerdictOn(model->Find("A").value(), Property::Hidden);
+        EXPECT_EQ(verdict.Value, row.isHidden) << row.target;
+        EXPECT_EQ(verdict.Marked, row.isMarked) << row.target;
+        EXPECT_TRUE(verdict.Certain) << row.target;
+    }
+}
+
+TEST_F(RuleMeaning, WhatIsAcceptedHangsOnTheRuleInForceAndThoseBeforeIt)
+{
+    const Term known{"Mode", "EQU", "Uefi"};
+    const Term unknown{"Gone", "EQU", 1};
+    m_Registry.Rule("Level", "UpperBound", 50, {unknown}); // would give the same
+    m_Registry.Rule("Level", "UpperBound", 50, {known});
+    m_Registry.Rule("Level", "UpperBound", 60, {unknown}); // comes too late
+    const SystemValues now = Read({{"Mode", std::string("Uefi")}});
+    EXPECT_EQ(DoubtAboutValues(Evaluation(now), now, now.Of().Find("Level").value()), "");
+    m_Registry.Rule("Level", "LowerBound", 1, {unknown});
+    m_Registry.Rule("Level", "LowerBound", 2, {known});
+    const SystemValues then = Read({{"Mode", std::string("Uefi")}});
+    EXPECT_EQ(DoubtAboutValues(Evaluation(then), then, then.Of().Find("Level").value()),
+              "rule 3 reads Gone, and no attribute has that name");
+}
+
 TEST_F(RuleMeaning, WhatIsAcceptedMayHangOnWhatIsNotKnown)
 {
     m_Registry.Rule("Level", "UpperBound", 50, {Term{"Gone", "EQU", 1}});

@@ -495,6 +495,66 @@ TEST(HostileNames, MayBeEndingsOfEachOther)
     EXPECT_THAT(Listed(model->RulesReading(7)), ElementsAre(7));
 }
 
+TEST(HostileNames, AreNotInEachFindingWhereTheyAreLong)
+{
+    const std::string name(100'000, 'a');
+    const std::string unnamed = R"({"RegistryEntries": {"Attributes": [{}, {}]}})";
+    const auto wrapped = Model::Read(ReadRegistryDocument(R"({"a/b": {")" + name + "\": " + unnamed + "}}"));
+    ASSERT_EQ(wrapped->Findings().size(), 2U);
+    EXPECT_EQ(wrapped->Findings()[0].Pointer, "/a~1b");
+
+    RegistryBuilder registry;
+    registry.Attribute(name, "Enumeration", {{"Value", {1, 2}}});
+    const auto model = ModelOf(registry.Json());
+    ASSERT_FALSE(model->Findings().empty());
+    for (const Finding& finding : model->Findings()) {
+        EXPECT_EQ(finding.Attribute, "");
+        EXPECT_LT(finding.Pointer.size() + finding.Found.size(), 5'000U);
+    }
+}
+
+TEST(HostileChoices, AreFoundOnceAmongManyMembers)
+{
+    const auto reading = [](std::size_t members) {
+        std::string attribute = R"({"AttributeName": "A", "Type": "Enumeration")";
+        std::string choices;
+        for (std::size_t member = 0; member < members; ++member) {
+            attribute += ", \"x" + std::to_string(member) + "\": 0";
+            choices += member == 0 ? "1" : ",1";
+        }
+        return ReadingOf(R"({"RegistryEntries": {"Attributes": [)" + attribute + ", \"Values\": [" + choices + "]}]}}");
+    };
+    EXPECT_LT(Growth(reading, 1'000), 3.0);
+}
+
+TEST(HostileRules, AreExplainedInTimeInProportion)
+{
+    const auto explaining = [](std::size_t count) {
+        RegistryBuilder registry;
+        for (std::size_t number = 0; number < count; ++number) {
+            const std::string name = "S" + std::to_string(number);
+            registry.Attribute(name, "Integer", {{"CurrentValue", 1}});
+            registry.Rule(name, "Hidden", true, {Term{name, "EQU", 1}});
+        }
+        return std::function<void()>([system = SystemValues(ModelOf(registry.Json())), count] {
+            for (std::size_t rule = 0; rule < count; ++rule) {
+                EXPECT_EQ(Explain(system, rule).Is, Truth::True);
+            }
+        });
+    };
+    EXPECT_LT(Growth(explaining, 2'000), 3.0);
+}
+
+TEST(HostileValues, AreCutInExplanations)
+{
+    RegistryBuilder registry;
+    registry.Attribute("S", "String", {{"CurrentValue", json::string(std::string(100'000, 'x'))}});
+    registry.Rule("S", "Hidden", true, {Term{"S", "EQU", "y"}});
+    const Explanation explanation = Explain(SystemValues(ModelOf(registry.Json())), 0);
+    EXPECT_EQ(explanation.Is, Truth::False);
+    EXPECT_LT(ToText(explanation.Current).size(), 1'000U);
+}
+
 /** An enumeration with so many choices, and rules of 1,000 terms that compare with each of them. */
 std::string WithChoices(std::size_t count)
 {

@@ -149,6 +149,8 @@ TEST(JsonNumbers, AreWholeHoweverTheyAreWritten)
         {"0.5E+1", Kind::Fraction, 5, {}},
         {"-0", Kind::Integer, 0, {}},
         {"-0.0", Kind::Fraction, 0, {}},
+        {"-9223372036854775808.0", Kind::Fraction, {}, {}},
+        {"9223372036854775808.0", Kind::Fraction, {}, {}},
         {"5.5", Kind::Fraction, {}, {}},
         {"1e-1", Kind::Fraction, {}, {}},
         {"1e18", Kind::Fraction, 1'000'000'000'000'000'000, {}},

@@ -404,6 +404,9 @@ TEST(RuleTerms, OnTheControllerAreIgnored)
     EXPECT_THAT(lines({controller}), ElementsAre("0: Target.ReadOnly = true when (about the controller)"));
     EXPECT_THAT(ShortLines(*WithTerms({controller})), ElementsAre("note controller-term", "note controller-term"));
 
+    EXPECT_THAT(ShortLines(*WithTerms({controller, joined})),
+                ElementsAre("note controller-term", "note controller-term", "note controller-term"));
+
     const auto truthOf = [](const std::vector<Term>& terms) {
         return Evaluation(SystemValues(WithTerms(terms), ValuesFrom({{"Mode", std::string("Uefi")}}))).TruthOf(0);
     };

@@ -164,6 +164,7 @@ private:
         std::string Property;                ///< folded
         std::set<const Attribute*> Settings; ///< those that it counts for
         const Attribute* Target = nullptr;   ///< none for a menu and an unknown name
+        std::set<const Menu*> Menus;         ///< that are the target
         std::set<const Attribute*> Sources;  ///< whose current values are read
         const Attribute* DependencyFor = nullptr;
         const json::value* Outcome = nullptr;
@@ -179,7 +180,8 @@ private:
     const Attribute* Find(const std::string& name) const;
     const Attribute& At(const std::string& name) const;
     std::set<const Attribute*> SourcesOf(const json::array& terms) const;
-    std::set<const Attribute*> SettingsBelow(const std::string& menuName) const;
+    std::set<const Menu*> MenusNamed(const std::string& name) const;
+    std::set<const Attribute*> SettingsBelow(const std::set<const Menu*>& menus) const;
     std::vector<const Rule*> Count(const Attribute& attribute, const std::string& property) const;
     std::size_t PositionOf(const Rule& rule) const;
 
@@ -200,8 +202,10 @@ private:
 
     // flags
     bool PublishedFlag(const Attribute& attribute, const std::string& property) const;
+    std::set<const Menu*> FlaggedMenus(const Attribute& attribute, const std::string& property) const;
     enum class Explanation { Explained, Marked, Unknown };
     Explanation Explain(const Attribute& attribute, const std::string& property) const;
+    Explanation ExplainBy(const std::vector<const Rule*>& rules) const;
 
     // cascades
     struct Wave;

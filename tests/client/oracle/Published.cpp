@@ -122,7 +122,11 @@ void Registry::ReadRules()
             rule.Property = Folded(TextMember(*map, "MapToProperty"));
             rule.Outcome = Member(*map, "MapToValue");
             rule.Target = Find(name);
-            rule.Settings = rule.Target != nullptr ? std::set<const Attribute*>{rule.Target} : SettingsBelow(name);
+            if (rule.Target == nullptr) {
+                rule.Menus = MenusNamed(name);
+            }
+            rule.Settings =
+                rule.Target != nullptr ? std::set<const Attribute*>{rule.Target} : SettingsBelow(rule.Menus);
             rule.Sources = SourcesOf(ListMember(*map, "MapFrom"));
             rule.DependencyFor = Find(TextMember(published, "DependencyFor"));
             m_HasJoiners |= HasJoiners(ListMember(*map, "MapFrom"));
@@ -158,17 +162,25 @@ const Registry::Attribute& Registry::At(const std::string& name) const
     return m_Attributes.at(Folded(name));
 }
 
-std::set<const Registry::Attribute*> Registry::SettingsBelow(const std::string& menuName) const
+std::set<const Registry::Menu*> Registry::MenusNamed(const std::string& name) const
 {
     const bool isExact =
-        std::any_of(m_Menus.begin(), m_Menus.end(), [&menuName](const Menu& menu) { return menu.Name == menuName; });
-    std::set<const Attribute*> below;
+        std::any_of(m_Menus.begin(), m_Menus.end(), [&](const Menu& menu) { return menu.Name == name; });
+    std::set<const Menu*> named;
     for (const Menu& menu : m_Menus) {
-        if (isExact ? menu.Name != menuName : Folded(menu.Name) != Folded(menuName)) {
-            continue;
+        if (isExact ? menu.Name == name : Folded(menu.Name) == Folded(name)) {
+            named.insert(&menu);
         }
+    }
+    return named;
+}
+
+std::set<const Registry::Attribute*> Registry::SettingsBelow(const std::set<const Menu*>& menus) const
+{
+    std::set<const Attribute*> below;
+    for (const Menu* menu : menus) {
         for (const auto& [name, attribute] : m_Attributes) {
-            if (BeginsWith(attribute.Path, menu.Path)) {
+            if (BeginsWith(attribute.Path, menu->Path)) {
                 below.insert(&attribute);
             }
         }
@@ -178,15 +190,21 @@ std::set<const Registry::Attribute*> Registry::SettingsBelow(const std::string& 
 
 bool Registry::PublishedFlag(const Attribute& attribute, const std::string& property) const
 {
-    const auto isSet = [&property](const json::value& published) {
-        const json::value* flag = Member(published, property);
-        return flag != nullptr && FlagOf(ValueOf(*flag)).value_or(false);
-    };
-    const bool isOfMenus = property == "Hidden" || property == "ReadOnly" || property == "GrayOut";
-    return isSet(*attribute.Published) ||
-           (isOfMenus && std::any_of(m_Menus.begin(), m_Menus.end(), [&](const Menu& menu) {
-                return BeginsWith(attribute.Path, menu.Path) && isSet(*menu.Published);
-            }));
+    return IsSet(*attribute.Published, property) || !FlaggedMenus(attribute, property).empty();
+}
+
+/** The menus around the attribute that have the flag. */
+std::set<const Registry::Menu*> Registry::FlaggedMenus(const Attribute& attribute, const std::string& property) const
+{
+    std::set<const Menu*> flagged;
+    if (property == "Hidden" || property == "ReadOnly" || property == "GrayOut") {
+        for (const Menu& menu : m_Menus) {
+            if (BeginsWith(attribute.Path, menu.Path) && IsSet(*menu.Published, property)) {
+                flagged.insert(&menu);
+            }
+        }
+    }
+    return flagged;
 }
 
 /** Whether the values of an enumeration are display names: what its value says, else its registry, else its default. */

@@ -139,4 +139,10 @@ std::vector<std::string> PathOf(std::string_view text)
     return pieces;
 }
 
+bool IsSet(const json::value& published, const std::string& flag)
+{
+    const json::value* member = Member(published, flag);
+    return member != nullptr && FlagOf(ValueOf(*member)).value_or(false);
+}
+
 } // namespace Oracle

@@ -44,6 +44,9 @@ std::optional<std::int64_t> NumberOf(const SettingValue& value);
 /** A boolean, also one written as text in any letter case or as the number 1 or 0. */
 std::optional<bool> FlagOf(const SettingValue& value);
 
+/** Whether what is published of an attribute or a menu has the flag. */
+bool IsSet(const json::value& published, const std::string& flag);
+
 /** What stands between the separators, without empty pieces. */
 std::vector<std::string> Split(std::string_view text, char separator);
 

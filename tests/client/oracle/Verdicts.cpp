@@ -1,5 +1,8 @@
 #include "Oracle.h"
 
+#include <algorithm>
+#include <iterator>
+
 // What the rules for one property of a setting give together.
 
 namespace Oracle {
@@ -30,11 +33,35 @@ Verdict Registry::VerdictOf(const std::string& setting, const std::string& prope
             explanation == Explanation::Marked};
 }
 
-/** Why a flag was published as true: what the rules gave for the values that came with the registry. */
+/**
+ * Why a flag was published as true: what the rules gave for the values that came with the registry. The flag of a menu
+ * is explained by rules on that menu alone. One flag that is a mark is enough, then one that may be.
+ */
 Registry::Explanation Registry::Explain(const Attribute& attribute, const std::string& property) const
 {
+    const std::vector<const Rule*> rules = Count(attribute, property);
+    std::set<Explanation> explanations;
+    if (IsSet(*attribute.Published, property)) {
+        explanations.insert(ExplainBy(rules));
+    }
+    for (const Menu* menu : FlaggedMenus(attribute, property)) {
+        std::vector<const Rule*> onMenu;
+        std::copy_if(rules.begin(), rules.end(), std::back_inserter(onMenu),
+                     [menu](const Rule* rule) { return rule->Menus.count(menu) > 0; });
+        explanations.insert(ExplainBy(onMenu));
+    }
+    for (const Explanation explanation : {Explanation::Marked, Explanation::Unknown}) {
+        if (explanations.count(explanation) > 0) {
+            return explanation;
+        }
+    }
+    return Explanation::Explained;
+}
+
+Registry::Explanation Registry::ExplainBy(const std::vector<const Rule*>& rules) const
+{
     bool isUnknown = false;
-    for (const Rule* rule : Count(attribute, property)) {
+    for (const Rule* rule : rules) {
         const Truth truth = OfRule(PositionOf(*rule), m_Then);
         if (truth == Truth::True) {
             return *FlagOf(ValueOf(*rule->Outcome)) ? Explanation::Explained : Explanation::Marked;

@@ -42,7 +42,7 @@ struct Explanation {
     Truth Is = Truth::Unknown;
     std::vector<Explanation> Parts;
     const Test* Asked = nullptr; ///< of a Test; owned by the model
-    Value Current;               ///< of a Test: what its source has
+    Value Current;               ///< of a Test: what its source has; a text of more than 600 bytes is cut
     std::string Because; ///< of a Test or an Unknown that is unknown: "the system does not report it"; else empty
 };
 
@@ -62,7 +62,9 @@ struct ChoicesInForce {
  * define. "EQU null" asks whether there is none. Conditions are evaluated by Kleene's three-valued logic.
  *
  * Of the rules for one property the first that is true decides. Where none is, the registry's own flag does, unless
- * it is a snapshot: see FlagOrigin. A verdict is certain when no value that is not known could change it.
+ * it is a snapshot: see FlagOrigin. A verdict is not certain where none is true
+ * and one is unknown, where an unknown one with another outcome is before the one that decides, and where the origin of
+ * the flag is Unexplained.
  */
 class REDFISHCONFIG_EXPORT Evaluation {
 public:
@@ -92,7 +94,7 @@ public:
     /** The true rules for a property that agree with the first true one; where none is, the unknown ones. Indices. */
     std::vector<std::size_t> DecidingRules(std::size_t attribute, Property property) const;
 
-    /** The first true rule for a property that is no flag; none when no rule is true. */
+    /** The first true rule for a property; none when no rule is true. */
     std::optional<std::size_t> RuleInForce(std::size_t attribute, Property property) const;
 
 private:
@@ -104,7 +106,9 @@ private:
     static constexpr std::uint8_t isMarked = 4;
 
     std::shared_ptr<const Flags> FindFlags() const;
-    FlagOrigin OriginByRules(std::size_t attribute, Property flag) const;
+    FlagOrigin OriginByRules(std::size_t attribute, Property flag, const std::vector<FlagOrigin>& ofMenus) const;
+    std::vector<FlagOrigin> FindMenuFlags() const;
+    FlagOrigin OriginAfter(std::size_t rule, FlagOrigin origin) const;
     void DecideAll();
     Verdict Decide(std::size_t attribute, Property flag, FlagOrigin origin) const;
 

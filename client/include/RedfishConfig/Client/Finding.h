@@ -89,7 +89,8 @@ struct Finding {
     Severity Level = Severity::Note;
     FindingKind Kind = FindingKind::WrongKind;
     Document In = Document::Registry;
-    std::string Pointer; ///< JSON Pointer into the document as it was given; empty for the whole document
+    /** JSON Pointer into the document as it was given; empty for the whole document. At most 4,096 bytes of it. */
+    std::string Pointer;
     std::string Found;
     std::string Consequence;
     std::string Attribute;           ///< the name of the attribute that it is about; empty for none, or for several

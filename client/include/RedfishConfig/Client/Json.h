@@ -122,7 +122,7 @@ struct JsonDefect {
 /** Keys that an object has more than once. */
 struct RepeatedKeys {
     std::size_t Count = 0;
-    std::vector<std::string> Pointers; ///< JSON Pointers to the first hundred of them
+    std::vector<std::string> Pointers; ///< JSON Pointers to a hundred of them: inner objects go first
 };
 
 /** A parsed text. Immutable, and may be read by several threads. */
