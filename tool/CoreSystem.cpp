@@ -1,6 +1,7 @@
 #include "CoreSystem.h"
 
 #include "MenuDescriptions.h"
+#include "TypedValue.h"
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -286,6 +287,11 @@ SettingStatus CoreSystem::Conceal(const RedfishConfig::SettingStatus& status) co
         concealed[property.Row].Reason = KnownSecrets().ConcealInReason(state.Reason);
     }
     return concealed;
+}
+
+bool CoreSystem::AreSame(const Setting& setting, const std::string& left, const std::string& right) const
+{
+    return IsSameValue(setting, left, right);
 }
 
 SettingStatus CoreSystem::StatusOf(const Setting& setting)

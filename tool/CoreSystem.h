@@ -24,6 +24,7 @@ public:
     Answer PrepareDefault(const std::string& name) override;
     std::map<std::string, std::string> SaveValues(RedfishConfig::filterAction action) override;
     Restored Restore(const std::map<std::string, std::string>& saved, bool withSystemUnique) override;
+    bool AreSame(const Setting& setting, const std::string& left, const std::string& right) const override;
     SettingStatus StatusOf(const Setting& setting) override;
     std::vector<SettingStatus> AllStatus(Detail detail) override;
     std::map<std::string, std::vector<std::string>> Groups() override;

@@ -2,6 +2,7 @@
 
 #include "MenuDescriptions.h"
 #include "ModelRecord.h"
+#include "TypedValue.h"
 
 #include <algorithm>
 #include <array>
@@ -324,6 +325,13 @@ Restored ModelSystem::Restore(const std::map<std::string, std::string>& saved, b
         }
     }
     return restored;
+}
+
+/** The two names of a choice are one value. */
+bool ModelSystem::AreSame(const Setting& setting, const std::string& left, const std::string& right) const
+{
+    const bool isChoice = m_Model.Attributes()[setting.Index].Type == Client::AttributeType::Enumeration;
+    return IsSameValue(setting, left, right) || (isChoice && m_Values.AreSame(setting.Index, left, right));
 }
 
 SettingStatus ModelSystem::StatusOf(const Setting& setting)

@@ -98,6 +98,9 @@ public:
 
     virtual Restored Restore(const std::map<std::string, std::string>& saved, bool withSystemUnique) = 0;
 
+    /** Whether two value texts are one value of the setting. */
+    virtual bool AreSame(const Setting& setting, const std::string& left, const std::string& right) const = 0;
+
     /** The dynamic properties of a setting of Settings(). */
     virtual SettingStatus StatusOf(const Setting& setting) = 0;
 

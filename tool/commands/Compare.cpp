@@ -65,7 +65,7 @@ Comparison Compare(const std::vector<Assignment>& values, System& system)
         const auto& current = setting->Record().CurrentValue;
         const std::optional<std::string> here = current ? std::optional(PlainText(*current)) : std::nullopt;
         const bool bothThere = value.Value && here;
-        if (bothThere ? !IsSameValue(*setting, *value.Value, *here) : value.Value.has_value() != here.has_value()) {
+        if (bothThere ? !system.AreSame(*setting, *value.Value, *here) : value.Value.has_value() != here.has_value()) {
             comparison.Differences.push_back({value.Name, value.Value, here, false});
         }
     }

@@ -38,10 +38,10 @@ struct Report {
     std::vector<Remark> Invalid;
 };
 
-bool IsAlreadySo(const Setting& setting, const std::string& value)
+bool IsAlreadySo(const Setting& setting, const std::string& value, const System& system)
 {
     const auto& current = setting.Record().CurrentValue;
-    return current && IsSameValue(setting, PlainText(*current), value);
+    return current && system.AreSame(setting, PlainText(*current), value);
 }
 
 /** The values that the library is to look at; what it need not see goes into the report. */
@@ -61,11 +61,8 @@ std::map<std::string, std::string> Sort(const std::vector<Assignment>& values, c
             report.Skipped.push_back({saved.Name, "the file has no value for it"});
         } else if (!saved.Value) {
             report.Invalid.push_back({saved.Name, saved.Defect});
-        } else if (IsAlreadySo(*setting, *saved.Value)) {
+        } else if (!full && IsAlreadySo(*setting, *saved.Value, system)) {
             ++report.AlreadySo;
-            if (full) {
-                candidates.emplace(saved.Name, *saved.Value);
-            }
         } else {
             candidates.emplace(saved.Name, *saved.Value);
         }
@@ -85,11 +82,9 @@ void TakeAccepted(const Restored& restored, const System& system, bool full, Rep
         const auto& current = setting.Record().CurrentValue;
         // the library may have found another spelling of the value that is there
         const bool same = current && TypedValue(setting, PlainText(*current)) == *report.Body.Find(setting);
-        if (!same) {
-            ++report.Restored;
-        } else if (!full) {
+        ++(same ? report.AlreadySo : report.Restored);
+        if (same && !full) {
             report.Body.Remove(setting);
-            ++report.AlreadySo;
         }
     }
 }
@@ -106,8 +101,9 @@ void TakeRefused(const Restored& restored, const std::map<std::string, std::stri
             }
             continue;
         }
-        if (IsAlreadySo(setting, value)) {
-            continue; // asked for with --full alone
+        if (IsAlreadySo(setting, value, system)) {
+            ++report.AlreadySo; // asked for with --full alone
+            continue;
         }
         (refusal->second.IsFiltered ? report.Skipped : report.Invalid).push_back({name, refusal->second.Reason});
     }
