@@ -55,13 +55,11 @@ std::map<std::string, std::string> Sort(const std::vector<Assignment>& values, c
             report.Unknown.push_back({saved.Name, ""});
         } else if (setting->IsPassword()) {
             report.Skipped.push_back({saved.Name, "a password is never restored from a file"});
-        } else if (saved.IsNull && !setting->Record().CurrentValue) {
-            ++report.AlreadySo;
-        } else if (saved.IsNull) {
+        } else if (saved.IsNull && setting->Record().CurrentValue) {
             report.Skipped.push_back({saved.Name, "the file has no value for it"});
-        } else if (!saved.Value) {
+        } else if (!saved.IsNull && !saved.Value) {
             report.Invalid.push_back({saved.Name, saved.Defect});
-        } else if (!full && IsAlreadySo(*setting, *saved.Value, system)) {
+        } else if (saved.IsNull || (!full && IsAlreadySo(*setting, *saved.Value, system))) {
             ++report.AlreadySo;
         } else {
             candidates.emplace(saved.Name, *saved.Value);
