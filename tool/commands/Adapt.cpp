@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace RedfishConfigTool {
 
@@ -44,40 +45,44 @@ bool HasPassword(const Client::SystemValues& values)
     });
 }
 
+/** "A, B and 12 more". */
+std::string FirstOf(const std::vector<std::string>& items)
+{
+    constexpr std::size_t mostNamed = 8;
+    std::string named;
+    for (std::size_t place = 0; place < std::min(items.size(), mostNamed); ++place) {
+        named += (named.empty() ? "" : ", ") + items[place];
+    }
+    return items.size() > mostNamed ? named + " and " + std::to_string(items.size() - mostNamed) + " more" : named;
+}
+
 /** Complains about what the adapted registry answers by a safeguard instead of its rules. */
 void ComplainOfUndecided(const std::string& file, const std::vector<Client::UndecidedFlag>& undecided, Output& output)
 {
-    constexpr std::size_t mostNamed = 8;
-    if (undecided.empty()) {
-        return;
+    std::vector<std::string> names;
+    names.reserve(undecided.size());
+    for (const Client::UndecidedFlag& flag : undecided) {
+        names.push_back(flag.Setting + "." + std::string(Client::Name(flag.Flag)));
     }
-    std::string names;
-    for (std::size_t place = 0; place < std::min(undecided.size(), mostNamed); ++place) {
-        names += (names.empty() ? "" : ", ") + undecided[place].Setting + "." +
-                 std::string(Client::Name(undecided[place].Flag));
+    if (!names.empty()) {
+        output.Complain(file + ": " + Counted(names.size(), "flag") + " cannot be decided in the library's form and " +
+                        (names.size() == 1 ? "is" : "are") + " true in it: " + FirstOf(names));
     }
-    const std::string rest =
-        undecided.size() > mostNamed ? " and " + std::to_string(undecided.size() - mostNamed) + " more" : "";
-    output.Complain(file + ": " + Counted(undecided.size(), "flag") + " cannot be decided in the library's form and " +
-                    (undecided.size() == 1 ? "is" : "are") + " true in it: " + names + rest);
 }
 
 /** Complains about rules that the adapted registry lacks: it allows what they forbid. */
-void ComplainOfLeftOut(const std::string& file, const std::vector<std::size_t>& positions, Output& output)
+void ComplainOfLeftOut(const std::string& file, const std::vector<std::size_t>& rules, Output& output)
 {
-    constexpr std::size_t mostNamed = 8;
-    if (positions.empty()) {
-        return;
+    std::vector<std::string> positions;
+    positions.reserve(rules.size());
+    for (const std::size_t rule : rules) {
+        positions.push_back(std::to_string(rule));
     }
-    std::string named;
-    for (std::size_t place = 0; place < std::min(positions.size(), mostNamed); ++place) {
-        named += (named.empty() ? "" : ", ") + std::to_string(positions[place]);
+    if (!positions.empty()) {
+        output.Complain(file + ": " + Counted(positions.size(), "rule") +
+                        " for choices, bounds or texts cannot be written in the library's form and " +
+                        (positions.size() == 1 ? "is" : "are") + " left out, by position: " + FirstOf(positions));
     }
-    const std::string rest =
-        positions.size() > mostNamed ? " and " + std::to_string(positions.size() - mostNamed) + " more" : "";
-    output.Complain(file + ": " + Counted(positions.size(), "rule") +
-                    " for choices, bounds or texts cannot be written in the library's form and " +
-                    (positions.size() == 1 ? "is" : "are") + " left out, by position: " + named + rest);
 }
 
 } // namespace
