@@ -38,14 +38,18 @@ constexpr std::size_t effortOfPair = 100'000;
 /** A numeric comparison becomes tests for each number that fulfils it, of an attribute with no more numbers. */
 constexpr std::size_t enumeratedNumbers = 256;
 
+/** Rules for the order of choices that are numbers are written for no more choices. */
+constexpr std::size_t orderedChoices = 1'000;
+
 /** Deeper menu paths are cut: what follows counts as one name. The deepest path seen in use has seven pieces. */
 constexpr std::size_t menuLevels = 32;
 
 /** Menus as targets of rules, settings in menus, and settings that rules on menus decide; of each so many in all. */
 constexpr std::size_t menuRuleTargets = 1'000'000;
 
-/** Rounds of rules for current values that act on each other after a change. */
+/** Rounds of rules for current values that act on each other after a change, and what they do in all of these. */
 constexpr std::size_t cascadeWaves = 1'000;
+constexpr std::size_t cascadeEffects = 250'000;
 
 /** Of a value in a finding, and of a name or value where several are in one sentence. */
 constexpr std::size_t quotedBytes = 600;

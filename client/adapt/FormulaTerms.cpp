@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <string_view>
+#include <utility>
 
 namespace RedfishConfig::Client {
 
@@ -229,12 +231,15 @@ TermLists FormulaTermWriter::WriteValues(std::size_t attribute, const ValueSet& 
 /** As the other choices or as all but them, which may be texts that a formula can hold. */
 TermLists FormulaTermWriter::WriteOfChoices(std::size_t attribute, const ValueSet& values, bool orNone)
 {
-    std::vector<Value> equal, unequal;
-    ValueSet texts = ValueSet::Of(m_Known.Values().ValueOf(attribute)) & ValueSet::NoValue().Complement();
-    for (const Choice& choice : m_Known.Values().ChoicesOf(attribute)) {
-        texts = texts | ValueSet::Texts({choice.Name});
+    std::set<std::string> texts;
+    if (const auto* held = std::get_if<std::string>(&m_Known.Values().ValueOf(attribute))) {
+        texts.insert(*held);
     }
-    for (const std::string& text : texts.ListedTexts()) {
+    for (Choice& choice : m_Known.Values().ChoicesOf(attribute)) {
+        texts.insert(std::move(choice.Name));
+    }
+    std::vector<Value> equal, unequal;
+    for (const std::string& text : texts) {
         (values.Contains(Value(text)) ? equal : unequal).emplace_back(text);
     }
     TermLists lists = Checked(EqualToAny(attribute, equal, orNone));
@@ -280,10 +285,11 @@ std::optional<FormulaTerm> FormulaTermWriter::TermOf(const Test& test)
     }
     FormulaTerm term{test.Source, test.Of, test.Compare, {}};
     if (HasValue(test.Operand)) {
-        if (test.Compare != Comparison::Equal || !OnlyValueOf(m_Known.Of(test).True)) {
+        const ValueSet equal = test.Compare == Comparison::Equal ? m_Known.Of(test).True : ValueSet::Nothing();
+        if (!OnlyValueOf(equal)) {
             return std::nullopt;
         }
-        term.Operand = m_Known.Values().Translate(test.Source, test.Operand);
+        term.Operand = Enumerate(equal, At(test.Source).Type)->front();
     }
     return DefectOf(term) ? std::nullopt : std::optional(std::move(term));
 }

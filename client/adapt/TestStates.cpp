@@ -1,5 +1,6 @@
 #include "TestStates.h"
 
+#include "../Limits.h"
 #include "../model/ValueConversion.h"
 
 #include <limits>
@@ -9,12 +10,9 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-constexpr std::int64_t firstInteger = std::numeric_limits<std::int64_t>::min();
-constexpr std::int64_t lastInteger = std::numeric_limits<std::int64_t>::max();
-
 ValueSet AnyInteger()
 {
-    return ValueSet::Integers(firstInteger, lastInteger);
+    return ValueSet::Integers(std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max());
 }
 
 ValueSet AnyText()
@@ -22,17 +20,16 @@ ValueSet AnyText()
     return (AnyInteger() | ValueSet::NoValue()).Complement();
 }
 
-ValueSet OfType(const Attribute& attribute)
+ValueSet OfType(const Model& model, std::size_t attribute)
 {
-    if (attribute.Type == AttributeType::Boolean) {
+    switch (model.Attributes()[attribute].Type) {
+    case AttributeType::Boolean:
         return ValueSet::Texts({"false", "true"});
-    }
-    if (attribute.Type != AttributeType::Integer) {
+    case AttributeType::Integer:
+        return ValueSet::WithinBounds(model, attribute);
+    default:
         return AnyText();
     }
-    const std::int64_t lower = attribute.LowerBound.value_or(firstInteger);
-    const std::int64_t upper = attribute.UpperBound.value_or(lastInteger);
-    return lower <= upper ? ValueSet::Integers(lower, upper) : AnyInteger();
 }
 
 } // namespace
@@ -58,7 +55,7 @@ const ValueSet& TestStates::PossibleOf(std::size_t attribute)
         return found->second;
     }
     const ValueSet possible =
-        OfType(m_Values.Of().Attributes()[attribute]) | ValueSet::Of(m_Values.ValueOf(attribute)) | ValueSet::NoValue();
+        OfType(m_Values.Of(), attribute) | ValueSet::Of(m_Values.ValueOf(attribute)) | ValueSet::NoValue();
     return m_Possible.emplace(attribute, possible).first->second;
 }
 
@@ -84,11 +81,12 @@ const TestStates::ChoiceTexts& TestStates::ChoicesOf(std::size_t attribute)
 {
     const auto [entry, isNew] = m_Choices.try_emplace(attribute);
     ChoiceTexts& texts = entry->second;
-    for (const Choice& choice : isNew ? m_Values.Of().Attributes()[attribute].Choices : std::vector<Choice>()) {
-        const bool isSwapped = m_Values.UsesDisplayNames(attribute);
-        const std::string& name = isSwapped ? choice.DisplayName : choice.Name;
-        texts.Values.insert(name);
-        texts.ByOtherName[isSwapped ? choice.Name : choice.DisplayName].insert(name);
+    if (isNew) {
+        for (const Choice& choice : m_Values.Of().Attributes()[attribute].Choices) {
+            const std::string& name = m_Values.NameOf(attribute, choice);
+            texts.Values.insert(name);
+            texts.ByOtherName[m_Values.OtherNameOf(attribute, choice)].insert(name);
+        }
     }
     return texts;
 }
@@ -121,7 +119,7 @@ ValueSet TestStates::EqualTo(const Test& test)
 /** Integers are ordered, and texts that are integers. */
 StatesOfTest TestStates::OrderOf(const Test& test)
 {
-    const std::optional<std::int64_t> operand = NumberOf(test.Operand);
+    const std::optional<std::int64_t> operand = NumberOf(m_Values.Translate(test.Source, test.Operand));
     if (!operand) {
         return {};
     }
@@ -133,6 +131,10 @@ StatesOfTest TestStates::OrderOf(const Test& test)
     states.False = AnyInteger() & states.True.Complement();
     std::set<std::string> texts;
     if (source.Type == AttributeType::Enumeration) {
+        if (source.Choices.size() > Limits::orderedChoices) {
+            states.Defect = "asks for the order of " + source.Name + ", which has too many choices";
+            return states;
+        }
         texts = ChoicesOf(test.Source).Values;
     }
     if (const auto* held = std::get_if<std::string>(&m_Values.ValueOf(test.Source))) {

@@ -3,8 +3,11 @@
 #include "../Limits.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
+#include <string>
+#include <unordered_map>
 #include <utility>
 
 namespace RedfishConfig::Client {
@@ -28,14 +31,15 @@ public:
             m_ByHand.insert(attribute);
             Give(attribute, value, changed);
         }
-        m_Seen.insert(State());
         for (std::size_t wave = 1; !changed.empty() && !m_Cascade.IsCycle; ++wave) {
-            if (wave > Limits::cascadeWaves) {
+            if (wave > Limits::cascadeWaves ||
+                m_Cascade.Changes.size() + m_Cascade.Conflicts.size() > Limits::cascadeEffects) {
                 m_Cascade.IsCut = true;
                 break;
             }
+            const std::size_t begin = m_Cascade.Changes.size();
             changed = RunWave(wave, changed);
-            m_Cascade.IsCycle = !changed.empty() && !m_Seen.insert(State()).second;
+            m_Cascade.IsCycle = !changed.empty() && IsRepetition({begin, m_Cascade.Changes.size()});
         }
         m_Cascade.MayChange.assign(m_MayChange.begin(), m_MayChange.end());
         return std::move(m_Cascade);
@@ -120,7 +124,7 @@ private:
         std::set<std::size_t> changed;
         for (RuleChange& effect : effects) {
             if (!m_Cascade.After.AreSame(effect.Attribute, effect.From, effect.To)) {
-                m_Before.emplace(effect.Attribute, Reveal(effect.From));
+                m_HashOfValues ^= HashOf(effect.Attribute, effect.From) ^ HashOf(effect.Attribute, effect.To);
                 Give(effect.Attribute, effect.To, changed);
                 m_Cascade.Changes.push_back(std::move(effect));
             }
@@ -128,24 +132,52 @@ private:
         return changed;
     }
 
-    /** What the values that rules gave make different from the state behind the change by hand. */
-    std::map<std::size_t, SettingValue> State() const
+    /** The changes of one wave: from the first to behind the last. */
+    struct Wave {
+        std::size_t Begin, End;
+    };
+
+    static std::size_t HashOf(std::size_t attribute, const Value& value)
     {
-        std::map<std::size_t, SettingValue> state;
-        for (const auto& [attribute, before] : m_Before) {
-            SettingValue now = Reveal(m_Cascade.After.ValueOf(attribute));
-            if (now != before) {
-                state.emplace(attribute, std::move(now));
-            }
+        return std::hash<std::string>()(std::to_string(attribute) + ' ' + Client::ToText(value));
+    }
+
+    /** Whether an earlier wave changed the same attributes, and left the same values; else keeps this one. */
+    bool IsRepetition(const Wave& wave)
+    {
+        const auto [first, last] = m_Waves.equal_range(m_HashOfValues);
+        const bool isKnown = std::any_of(first, last, [&](const auto& earlier) {
+            return ChangedBy(earlier.second) == ChangedBy(wave) && AreValuesAsBehind(earlier.second);
+        });
+        m_Waves.emplace(m_HashOfValues, wave);
+        return isKnown;
+    }
+
+    std::set<std::size_t> ChangedBy(const Wave& wave) const
+    {
+        std::set<std::size_t> changed;
+        for (std::size_t index = wave.Begin; index < wave.End; ++index) {
+            changed.insert(m_Cascade.Changes[index].Attribute);
         }
-        return state;
+        return changed;
+    }
+
+    /** Whether what was changed behind a wave was changed back. */
+    bool AreValuesAsBehind(const Wave& wave) const
+    {
+        std::set<std::size_t> seen;
+        const auto begin = m_Cascade.Changes.begin() + static_cast<std::ptrdiff_t>(wave.End);
+        return std::all_of(begin, m_Cascade.Changes.end(), [&](const RuleChange& change) {
+            const bool isFirst = seen.insert(change.Attribute).second;
+            return !isFirst || change.From == m_Cascade.After.ValueOf(change.Attribute);
+        });
     }
 
     const Model& m_Model;
     std::set<std::size_t> m_ByHand;
     std::set<std::size_t> m_MayChange;
-    std::map<std::size_t, SettingValue> m_Before; // of the attributes that rules gave a value
-    std::set<std::map<std::size_t, SettingValue>> m_Seen;
+    std::size_t m_HashOfValues = 0;                     // of those that rules gave, as they are now
+    std::unordered_multimap<std::size_t, Wave> m_Waves; // by the hash of the values behind them
     Cascade m_Cascade;
 };
 

@@ -2,6 +2,8 @@
 
 #include "../Limits.h"
 #include "../intake/Quote.h"
+#include "../intake/Text.h"
+#include "../model/ChoiceNumbers.h"
 #include "../model/ValueConversion.h"
 
 #include <algorithm>
@@ -160,9 +162,12 @@ std::size_t CountTests(const Condition& condition)
 /** What one attribute can be. Of choices that share a name there is one state, under the name of the first of them. */
 class Contradictions::Domain {
 public:
-    explicit Domain(const Attribute& attribute) : m_Attribute(attribute), m_Groups(attribute.Choices)
+    Domain(const Model& model, std::size_t attribute)
+        : m_Attribute(model.Attributes()[attribute]),
+          m_Groups(m_Attribute.Choices),
+          m_Numbers(m_Attribute.Choices),
+          m_Possible(ValueSet::PossibleOf(model, attribute))
     {
-        m_Possible = ValueSet::PossibleOf(attribute);
         if (IsEnumeration() && !m_Possible.IsComplementOfTexts()) {
             std::set<std::string> texts;
             for (const std::string& text : m_Possible.ListedTexts()) {
@@ -181,6 +186,15 @@ public:
 
     /** How much it takes to find the states of a test. */
     std::size_t WorkFor(const Test& test) const { return IsOrderOfChoices(test) ? 2 * WeightOf(m_WithValue) : 1; }
+
+    /** Whether no value can fulfil or fail the test for sure: only numbers have an order. */
+    bool IsNeverKnown(const Test& test) const
+    {
+        if (IsEquality(test.Compare) || test.Of != Property::CurrentValue) {
+            return false;
+        }
+        return IsOrderOfChoices(test) ? !LimitOf(test, false) && !LimitOf(test, true) : !NumberOf(test.Operand);
+    }
 
     States Fulfilling(Test test) const
     {
@@ -215,6 +229,12 @@ private:
                std::holds_alternative<std::string>(test.Operand) && !m_WithValue.IsComplementOfTexts();
     }
 
+    /** The number that the operand of an order of choices stands for. */
+    std::optional<std::int64_t> LimitOf(const Test& test, bool displayNamesAreValues) const
+    {
+        return ReadDecimal(m_Numbers.ValueFor(std::get<std::string>(test.Operand), displayNamesAreValues));
+    }
+
     std::string StateOf(const std::string& text) const
     {
         const ChoiceGroup* group = m_Groups.Find(text);
@@ -237,12 +257,16 @@ private:
     /** The choices are compared by their numbers; one that is no number is neither above nor below the operand. */
     States OrderOfChoices(const Test& test) const
     {
-        const std::int64_t operand = *ReadDecimal(std::get<std::string>(test.Operand));
+        const std::optional<std::int64_t> limit = LimitOf(test, false);
+        const std::optional<std::int64_t> limitAsShown = LimitOf(test, true);
+        const auto compares = [&](const std::optional<std::int64_t>& number, const std::optional<std::int64_t>& with) {
+            return number && with && Compares(*number, test.Compare, *with);
+        };
         std::set<std::string> may;
         std::set<std::string> sure;
         for (const OrderedState& state : m_Ordered) {
-            const bool byName = state.ByName && Compares(*state.ByName, test.Compare, operand);
-            const bool byDisplayName = state.ByDisplayName && Compares(*state.ByDisplayName, test.Compare, operand);
+            const bool byName = compares(state.ByName, limit);
+            const bool byDisplayName = compares(state.ByDisplayName, limitAsShown);
             if (byName || byDisplayName || !state.IsClear) {
                 may.insert(may.end(), *state.Text);
             }
@@ -255,6 +279,7 @@ private:
 
     const Attribute& m_Attribute;
     ChoiceGroups m_Groups;
+    ChoiceNumbers m_Numbers;
     ValueSet m_Possible;
     ValueSet m_WithValue;
     std::vector<OrderedState> m_Ordered; // of an enumeration
@@ -362,8 +387,8 @@ private:
         if (!Spend(domain.WorkFor(test))) {
             return {};
         }
-        if (test.Of == Property::CurrentValue && !IsEquality(test.Compare) && !NumberOf(test.Operand)) {
-            return NeverKnown(); // only numbers have an order
+        if (domain.IsNeverKnown(test)) {
+            return NeverKnown();
         }
         States states = domain.Fulfilling(test);
         if (!states.May.Meets(domain.Possible())) {
@@ -589,7 +614,7 @@ Contradictions::~Contradictions() = default;
 const Contradictions::Domain& Contradictions::DomainOf(std::size_t attribute)
 {
     if (m_Domains[attribute] == nullptr) {
-        m_Domains[attribute] = std::make_unique<const Domain>(m_Model.Attributes()[attribute]);
+        m_Domains[attribute] = std::make_unique<const Domain>(m_Model, attribute);
     }
     return *m_Domains[attribute];
 }

@@ -4,7 +4,7 @@
 
 namespace RedfishConfig::Client {
 
-ChoiceNumbers::ChoiceNumbers(const std::vector<Choice>& choices)
+ChoiceNumbers::ChoiceNumbers(const std::vector<Choice>& choices) : m_Choices(&choices)
 {
     m_Names.reserve(choices.size());
     m_DisplayNames.reserve(choices.size());
@@ -49,6 +49,20 @@ std::vector<std::uint32_t> ChoiceNumbers::Of(std::string_view text, bool display
         numbers = Of(displayNamesAreValues ? m_Names : m_DisplayNames, text);
     }
     return numbers;
+}
+
+std::string_view ChoiceNumbers::ValueFor(std::string_view text, bool displayNamesAreValues) const
+{
+    const Entries& own = displayNamesAreValues ? m_DisplayNames : m_Names;
+    const Entries& other = displayNamesAreValues ? m_Names : m_DisplayNames;
+    const auto named = Find(other, text);
+    if (named == other.end() || Find(own, text) != own.end()) {
+        return text;
+    }
+    const Choice& choice = (*m_Choices)[named->Number];
+    const std::string_view value = displayNamesAreValues ? choice.DisplayName : choice.Name;
+    // one name for several choices, or several names for one text, would say something else
+    return Of(own, value) == Of(other, text) ? value : text;
 }
 
 bool ChoiceNumbers::Has(std::string_view text) const

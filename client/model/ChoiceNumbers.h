@@ -23,6 +23,9 @@ public:
     /** Ascending; empty for a text that names no choice. */
     std::vector<std::uint32_t> Of(std::string_view text, bool displayNamesAreValues) const;
 
+    /** The value that a text stands for, where that is clear; else the text. */
+    std::string_view ValueFor(std::string_view text, bool displayNamesAreValues) const;
+
     /** Whether a text is one of the names. */
     bool Has(std::string_view text) const;
 
@@ -38,6 +41,7 @@ private:
     static Entries::const_iterator Find(const Entries& entries, std::string_view text);
     static std::vector<std::uint32_t> Of(const Entries& entries, std::string_view text);
 
+    const std::vector<Choice>* m_Choices;
     Entries m_Names, m_DisplayNames;
 };
 

@@ -1,5 +1,6 @@
 #include "ConditionPrograms.h"
 
+#include "../intake/Text.h"
 #include "ValueConversion.h"
 
 #include <algorithm>
@@ -34,13 +35,12 @@ constexpr Truth Of(bool holds)
 
 bool HaveOneInCommon(const std::vector<std::uint32_t>& left, const std::vector<std::uint32_t>& right)
 {
-    for (auto one = left.begin(), other = right.begin(); one != left.end() && other != right.end();) {
-        if (*one == *other) {
-            return true;
-        }
-        ++(*one < *other ? one : other);
+    if (left.size() > right.size()) {
+        return HaveOneInCommon(right, left);
     }
-    return false;
+    return std::any_of(left.begin(), left.end(), [&right](std::uint32_t number) {
+        return std::binary_search(right.begin(), right.end(), number);
+    });
 }
 
 /** An order of operands, so that equal ones are neighbours. Those of passwords are never looked at. */
@@ -225,7 +225,7 @@ private:
             sources.push_back(
                 {test.Source, first, first, hasChoices ? &m_Programs.m_Choices.Of(test.Source) : nullptr});
         }
-        FindChoices(test, sources.back().Choices);
+        FindOperand(test, sources.back().Choices);
         m_Programs.m_Tests.push_back(std::move(test));
         ++sources.back().Last;
     }
@@ -246,15 +246,21 @@ ConditionPrograms::CodedTest ConditionPrograms::Code(const Test& test, const Cho
         const bool isStrict = test.Compare == Comparison::Less || test.Compare == Comparison::GreaterOrEqual;
         coded.What = isStrict ? CodedTest::Kind::Less : CodedTest::Kind::LessOrEqual;
     }
-    FindChoices(coded, choices);
+    FindOperand(coded, choices);
     return coded;
 }
 
-/** Finds the choices that the operand names. @param choices of the source; null when it has none, or later */
-void ConditionPrograms::FindChoices(CodedTest& test, const ChoiceNumbers* choices)
+/** Finds the choices or the number that the operand names. @param choices of the source; null when it has none, or
+ * later
+ */
+void ConditionPrograms::FindOperand(CodedTest& test, const ChoiceNumbers* choices)
 {
     const auto* text = std::get_if<std::string>(test.Operand);
-    if (choices != nullptr && text != nullptr && test.What == CodedTest::Kind::Equal) {
+    if (test.What == CodedTest::Kind::Less || test.What == CodedTest::Kind::LessOrEqual) {
+        const bool isName = choices != nullptr && text != nullptr;
+        test.Limit = isName ? ReadDecimal(choices->ValueFor(*text, false)) : NumberOf(*test.Operand);
+        test.LimitAsShown = isName ? ReadDecimal(choices->ValueFor(*text, true)) : test.Limit;
+    } else if (choices != nullptr && text != nullptr) {
         test.Choices = choices->Of(*text, false);
         test.ChoicesAsShown = choices->Of(*text, true);
     }
@@ -307,7 +313,7 @@ Truth ConditionPrograms::Compare(const CodedTest& test, const Value& held,
         return Of(areChoices ? HaveOneInCommon(heldChoices, choices) : held == *test.Operand);
     }
     const auto number = NumberOf(held);
-    const auto limit = NumberOf(*test.Operand);
+    const auto& limit = displayNamesAreValues ? test.LimitAsShown : test.Limit;
     if (!number || !limit) {
         return Truth::Unknown; // texts have no order
     }

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace RedfishConfig::Client {
@@ -42,6 +43,8 @@ private:
         const Value* Operand = nullptr;            // owned by the rule
         std::vector<std::uint32_t> Choices;        // of an enumeration: those that the operand names
         std::vector<std::uint32_t> ChoicesAsShown; // the same where display names are the values
+        std::optional<std::int64_t> Limit;         // of an order: the number that the operand stands for
+        std::optional<std::int64_t> LimitAsShown;
     };
 
     /** The tests of one source, neighbours in m_Tests. */
@@ -69,7 +72,7 @@ private:
 
     class Compiler;
     static CodedTest Code(const Test& test, const ChoiceNumbers* choices);
-    static void FindChoices(CodedTest& test, const ChoiceNumbers* choices);
+    static void FindOperand(CodedTest& test, const ChoiceNumbers* choices);
     static Truth Compare(const CodedTest& test, const Value& held, const std::vector<std::uint32_t>& heldChoices,
                          bool displayNamesAreValues);
 

@@ -2,6 +2,7 @@
 
 #include "../intake/JsonPointer.h"
 #include "../intake/Quote.h"
+#include "../intake/Text.h"
 #include "ValueConversion.h"
 
 #include <algorithm>
@@ -163,6 +164,17 @@ Condition TermReader::ReadValueTest(Test test, const JsonValue& operand, const A
     return MakeTest(std::move(test));
 }
 
+/** Whether the operand of an order is a number, or names a choice that is one. */
+bool TermReader::IsNumber(const Test& test)
+{
+    const auto* text = std::get_if<std::string>(&test.Operand);
+    if (text == nullptr || m_Attributes[test.Source].Type != AttributeType::Enumeration) {
+        return NumberOf(test.Operand).has_value();
+    }
+    const ChoiceNumbers& choices = m_Choices.Of(test.Source);
+    return ReadDecimal(choices.ValueFor(*text, false)) || ReadDecimal(choices.ValueFor(*text, true));
+}
+
 /** Reports what makes a test odd; it stays as it is. */
 void TermReader::CheckOperand(const Test& test, const JsonValue& operand, const Attribute& source)
 {
@@ -172,7 +184,7 @@ void TermReader::CheckOperand(const Test& test, const JsonValue& operand, const 
     const auto what = [&] { return "a term compares " + source.Name + " with " + Quote(operand); };
     if (!IsOfType(test.Operand, source.Type)) {
         m_Findings.Add(Severity::Warning, FindingKind::ValueOfOtherType, Pointer(),
-                       what() + ", which is not of its type", "no value of the attribute equals it");
+                       what() + ", which is not of its type", "no value of its type equals it");
     } else if (operand.IsText() != std::holds_alternative<std::string>(test.Operand) ||
                operand.Boolean().has_value() != std::holds_alternative<bool>(test.Operand)) {
         m_Findings.Add(Severity::Note, FindingKind::ValueOfOtherType, Pointer(), what() + ", which is not of its type",
@@ -180,7 +192,7 @@ void TermReader::CheckOperand(const Test& test, const JsonValue& operand, const 
     }
     const auto* text = std::get_if<std::string>(&test.Operand);
     if (!IsEquality(test.Compare)) {
-        if (!NumberOf(test.Operand)) {
+        if (!IsNumber(test)) {
             m_Findings.Add(Severity::Warning, FindingKind::OrderOfTexts, Pointer(),
                            what() + " by " + std::string(Name(test.Compare)) + ", and only numbers have an order",
                            "whether the term holds is never known");
@@ -188,7 +200,7 @@ void TermReader::CheckOperand(const Test& test, const JsonValue& operand, const 
     } else if (source.Type == AttributeType::Enumeration && text != nullptr && !m_Choices.Of(test.Source).Has(*text)) {
         m_Findings.Add(Severity::Warning, FindingKind::ValueNotAChoice, Pointer(),
                        what() + ", which is none of its choices",
-                       test.Compare == Comparison::Equal ? "the term never holds" : "the term holds for every value");
+                       test.Compare == Comparison::Equal ? "no choice fulfils it" : "every choice fulfils it");
     }
 }
 

@@ -31,6 +31,7 @@ private:
                        Property property);
     Condition ReadFlagTest(Test test, const Attribute& source);
     Condition ReadValueTest(Test test, const JsonValue& operand, const Attribute& source);
+    bool IsNumber(const Test& test);
     void CheckOperand(const Test& test, const JsonValue& operand, const Attribute& source);
     Condition Refuse(FindingKind kind, std::string cause, std::string_view source = {});
     void ReportUnknownSource(std::string_view name);

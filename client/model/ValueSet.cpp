@@ -117,20 +117,14 @@ ValueSet AnyText()
     return (ValueSet::Integers(minInteger, maxInteger) | ValueSet::NoValue()).Complement();
 }
 
-ValueSet WithinBounds(const Attribute& attribute)
+ValueSet OfType(const Model& model, std::size_t index)
 {
-    const std::int64_t lower = attribute.LowerBound.value_or(minInteger);
-    const std::int64_t upper = attribute.UpperBound.value_or(maxInteger);
-    return lower <= upper ? ValueSet::Integers(lower, upper) : ValueSet::Integers(minInteger, maxInteger);
-}
-
-ValueSet OfType(const Attribute& attribute)
-{
+    const Attribute& attribute = model.Attributes()[index];
     switch (attribute.Type) {
     case AttributeType::Boolean:
         return ValueSet::Texts({"false", "true"});
     case AttributeType::Integer:
-        return WithinBounds(attribute);
+        return ValueSet::WithinBounds(model, index);
     case AttributeType::Enumeration: {
         Texts names;
         for (const Choice& choice : attribute.Choices) {
@@ -243,9 +237,21 @@ ValueSet ValueSet::Texts(std::set<std::string> texts)
     return set;
 }
 
-ValueSet ValueSet::PossibleOf(const Attribute& attribute)
+ValueSet ValueSet::PossibleOf(const Model& model, std::size_t attribute)
 {
-    return OfType(attribute) | Of(attribute.CurrentValue) | Of(attribute.DefaultValue) | NoValue();
+    const Attribute& published = model.Attributes()[attribute];
+    return OfType(model, attribute) | Of(published.CurrentValue) | Of(published.DefaultValue) | NoValue();
+}
+
+ValueSet ValueSet::WithinBounds(const Model& model, std::size_t attribute)
+{
+    const Attribute& published = model.Attributes()[attribute];
+    const auto boundOr = [&](Property property, const std::optional<std::int64_t>& bound, std::int64_t none) {
+        return bound && model.RulesFor(attribute, property).empty() ? *bound : none;
+    };
+    const std::int64_t lower = boundOr(Property::LowerBound, published.LowerBound, minInteger);
+    const std::int64_t upper = boundOr(Property::UpperBound, published.UpperBound, maxInteger);
+    return lower <= upper ? Integers(lower, upper) : Integers(minInteger, maxInteger);
 }
 
 std::optional<ValueSet> ValueSet::Fulfilling(const Test& test)

@@ -334,6 +334,65 @@ TEST(AdaptedOrders, OfChoicesThatAreNumbersAreOfNumbers)
     EXPECT_THAT(RulesOf(other), ElementsAre("(F EQU 1600 OR F EQU 2400 OR F EQU 3200) T.ReadOnly true"));
 }
 
+TEST(AdaptedOrders, OfChoicesAreOfTheNamesThatValuesUse)
+{
+    RegistryBuilder registry;
+    registry.Attribute("F", "Enumeration",
+                       {{"Value",
+                         {RegistryBuilder::Choice("1", "10"), RegistryBuilder::Choice("2", "20"),
+                          RegistryBuilder::Choice("3", "30")}}});
+    registry.Attribute("T", "Boolean").Rule("T", "ReadOnly", true, {{"F", "GTR", "10"}});
+    EXPECT_THAT(RulesOf(World(registry.Json(), {{"F", Text("1")}})),
+                ElementsAre("(F EQU 2 OR F EQU 3) T.ReadOnly true"));
+    EXPECT_THAT(RulesOf(World(registry.Json(), {{"F", Text("10")}})),
+                ElementsAre("(F EQU 20 OR F EQU 30) T.ReadOnly true"));
+}
+
+TEST(AdaptedOrders, AreOfAllNumbersWhereARuleReplacesABound)
+{
+    RegistryBuilder registry;
+    registry.Attribute("X", "Integer", Bounds(100, 200)).Attribute("A", "Boolean").Attribute("T", "Boolean");
+    registry.Rule("X", "UpperBound", 300, {{"A", "EQU", true}});
+    registry.Rule("T", "ReadOnly", true, {{"X", "GTR", 250}});
+    const World world(registry.Json(), {{"X", std::int64_t{120}}, {"A", true}});
+    for (const std::int64_t held : {100, 200, 250, 251, 300}) {
+        world.ExpectAgreement({{"X", held}, {"A", true}});
+    }
+}
+
+TEST(AdaptedOrders, OfTooManyChoicesAreNotWritten)
+{
+    json::array choices;
+    for (int number = 0; number < 1'001; ++number) {
+        choices.push_back(RegistryBuilder::Choice(std::to_string(number), ""));
+    }
+    for (const bool hasOneLess : {false, true}) {
+        if (hasOneLess) {
+            choices.pop_back();
+        }
+        RegistryBuilder registry;
+        registry.Attribute("F", "Enumeration", {{"Value", choices}}).Attribute("T", "Boolean");
+        registry.Rule("T", "ReadOnly", true, {{"F", "GTR", "998"}});
+        const World world(registry.Json(), {{"F", Text("1")}});
+        EXPECT_EQ(world.IsUndecided("T", Property::ReadOnly), !hasOneLess);
+        world.ExpectAgreement({{"F", Text("999")}});
+    }
+}
+
+TEST(AdaptedEqualities, AreWrittenWithTheNameThatTheTestFinds)
+{
+    RegistryBuilder registry; // "X" is another name of A alone, and A has one more
+    registry.Attribute(
+        "F", "Enumeration",
+        {{"Value",
+          {RegistryBuilder::Choice("A", "X"), RegistryBuilder::Choice("A", "Y"), RegistryBuilder::Choice("B", "Z")}}});
+    registry.Attribute("T", "Boolean").Rule("T", "ReadOnly", true, {{"F", "EQU", "X"}});
+    const World world(registry.Json(), {{"F", Text("A")}});
+    EXPECT_THAT(RulesOf(world), ElementsAre("(F EQU A) T.ReadOnly true"));
+    world.ExpectAgreement({{"F", Text("A")}});
+    world.ExpectAgreement({{"F", Text("B")}});
+}
+
 /** T.ReadOnly, with the flag set or not, and rules on A: each an operand and an outcome. */
 struct FlagWorld {
     bool isSet;

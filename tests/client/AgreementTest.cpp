@@ -47,10 +47,22 @@ public:
     {
     }
 
+    /** The system with other values. Which names of choices its values use is as it was. */
+    SystemValues Later(const SettingValueMap& values) const
+    {
+        SystemValues now = m_Then;
+        for (std::size_t attribute = 0; attribute < m_Model->Attributes().size(); ++attribute) {
+            const auto value = values.find(m_Model->Attributes()[attribute].Name);
+            now.Assume(attribute,
+                       value != values.end() ? ValueOf(value->second) : m_Model->Attributes()[attribute].CurrentValue);
+        }
+        return now;
+    }
+
     /** Rules, verdicts and what is in force for other values. */
     void CompareAt(const SettingValueMap& values)
     {
-        const SystemValues now(m_Model, DocumentOf(values));
+        const SystemValues now = Later(values);
         const Evaluation evaluation = m_AtThen.ForValues(now);
         for (std::size_t rule = 0; rule < m_Model->Rules().size(); ++rule) {
             const std::size_t position = m_Model->Rules()[rule].Position;
@@ -75,7 +87,7 @@ public:
                 byHand.emplace_back(*attribute, ValueOf(value));
             }
         }
-        const SystemValues before(m_Model, DocumentOf(values));
+        const SystemValues before = Later(values);
         const Cascade ours = Change(before, byHand);
         const Oracle::CascadeResult theirs = m_Oracle.Cascade(values, changes);
         EXPECT_EQ(ours.IsCycle, theirs.IsCycle);

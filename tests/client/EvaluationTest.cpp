@@ -100,6 +100,41 @@ TEST_F(RuleMeaning, ValuesAreComparedByTheirType)
     }
 }
 
+TEST_F(RuleMeaning, ChoicesHaveTheOrderOfTheNamesThatValuesUse)
+{
+    using Names = std::pair<const char*, const char*>;
+    const struct {
+        std::vector<Names> choices;
+        const char* operand;
+        const char* held;
+        Truth greater;
+    } rows[] = {
+        {{{"5", "Five"}, {"9", "Nine"}}, "Five", "9", Truth::True},
+        {{{"5", "Five"}, {"9", "Nine"}}, "Nine", "5", Truth::False},
+        {{{"5", "Five"}, {"9", "Nine"}}, "Nine", "Five", Truth::Unknown}, // where display names are values
+        {{{"Five", "5"}, {"Nine", "9"}}, "Five", "9", Truth::True},       // the same
+        {{{"Five", "5"}, {"Nine", "9"}}, "5", "Nine", Truth::Unknown},
+        {{{"1", "10"}, {"2", "20"}}, "10", "2", Truth::True},               // stands for 1
+        {{{"1", "10"}, {"2", "20"}}, "1", "20", Truth::True},               // stands for 10
+        {{{"1", "10"}, {"2", "20"}}, "15", "20", Truth::True},              // no choice: itself
+        {{{"1", "10"}, {"1", "11"}, {"2", "20"}}, "10", "2", Truth::False}, // not clear: itself
+    };
+    for (const auto& row : rows) {
+        json::array choices;
+        for (const auto& [name, displayName] : row.choices) {
+            choices.push_back(RegistryBuilder::Choice(name, displayName));
+        }
+        RegistryBuilder registry;
+        registry.Attribute("Speed", "Enumeration", {{"Value", choices}}).Attribute("T", "Boolean");
+        registry.Rule("T", "ReadOnly", true, {{"Speed", "GTR", row.operand}});
+        ValuesDocument values;
+        values.Values = {{"Speed", std::string(row.held)}};
+        const SystemValues now(Model::Read(ReadRegistryDocument(registry.Text())), values);
+        EXPECT_EQ(Evaluation(now).TruthOf(0), row.greater) << row.operand << " " << row.held;
+        EXPECT_EQ(Explain(now, 0).Is, row.greater) << row.operand << " " << row.held;
+    }
+}
+
 TEST_F(RuleMeaning, NumbersHaveAnOrderAndTextsThatAreNumbersToo)
 {
     const struct {
@@ -634,6 +669,78 @@ TEST_F(RuleEvents, MayComeAgainWithoutBeingTheStateBefore)
                                      {{"Mode", std::string("Legacy")}});
     EXPECT_THAT(Lines(cascade), ElementsAre("1 Switch=true", "2 Text=x", "3 Switch=false"));
     EXPECT_FALSE(cascade.IsCycle);
+}
+
+TEST_F(RuleEvents, AreNoCycleWhereWhatIsTakenBackTriggersNothing)
+{
+    Rule("Switch", true, {"Mode", "EQU", "Legacy"}, "Mode");
+    Rule("Switch", false, {"Switch", "EQU", true}, "Switch");
+    const Cascade cascade =
+        ChangeOf({{"Mode", std::string("Uefi")}, {"Switch", false}}, {{"Mode", std::string("Legacy")}});
+    EXPECT_THAT(Lines(cascade), ElementsAre("1 Switch=true", "2 Switch=false"));
+    EXPECT_FALSE(cascade.IsCycle) << "the values are as before, but nothing acts on them any more";
+    EXPECT_FALSE(cascade.IsCut);
+}
+
+/** Bits that count wave by wave from when "Tick" becomes true, and rules that each wave would change "Text". */
+void AddCounter(RegistryBuilder& registry, std::size_t bits, std::size_t rulesForText)
+{
+    const auto nameOf = [](std::size_t bit) { return "Bit" + std::to_string(bit); };
+    registry.Attribute("Tick", "Boolean").Rule("Bit0", "CurrentValue", true, {{"Tick", "EQU", true}});
+    for (std::size_t bit = 0; bit < bits; ++bit) {
+        registry.Attribute(nameOf(bit), "Boolean", {{"CurrentValue", false}});
+        for (const bool is : {false, true}) {
+            json::array mapFrom;
+            for (std::size_t lower = 0; lower <= bit; ++lower) {
+                mapFrom.push_back({{"MapFromAttribute", nameOf(lower)},
+                                   {"MapFromProperty", "CurrentValue"},
+                                   {"MapFromCondition", "EQU"},
+                                   {"MapFromValue", lower < bit || is},
+                                   {"MapTerms", lower > 0 ? "AND" : ""}});
+            }
+            registry.RawRule(json::object{{"DependencyFor", "Bit0"},
+                                          {"Dependency",
+                                           {{"MapFrom", std::move(mapFrom)},
+                                            {"MapToAttribute", nameOf(bit)},
+                                            {"MapToProperty", "CurrentValue"},
+                                            {"MapToValue", !is}}}});
+        }
+    }
+    for (std::size_t rule = 0; rule < rulesForText; ++rule) {
+        registry.Rule("Text", "CurrentValue", json::value(std::to_string(rule)), {Term{"Bit0", "NEQ", nullptr}});
+    }
+}
+
+TEST_F(RuleEvents, AreACycleWhereAllWouldHappenAgain)
+{
+    for (const std::size_t bits : {1U, 2U, 5U}) {
+        m_Registry = RegistryBuilder();
+        AddCounter(m_Registry, bits, 0);
+        const Cascade cascade = ChangeOf({{"Tick", false}}, {{"Tick", true}});
+        EXPECT_TRUE(cascade.IsCycle);
+        EXPECT_FALSE(cascade.IsCut);
+        ASSERT_FALSE(cascade.Changes.empty());
+        EXPECT_EQ(cascade.Changes.back().Wave, (std::size_t{1} << bits) + 1);
+    }
+}
+
+TEST_F(RuleEvents, AreEndedAfterManyWavesAndManyEffects)
+{
+    AddCounter(m_Registry, 11, 0);
+    const Cascade longest = ChangeOf({{"Tick", false}}, {{"Tick", true}});
+    EXPECT_TRUE(longest.IsCut);
+    EXPECT_FALSE(longest.IsCycle);
+    ASSERT_FALSE(longest.Changes.empty());
+    EXPECT_EQ(longest.Changes.back().Wave, 1'000U);
+
+    m_Registry = RegistryBuilder();
+    m_Registry.Attribute("Text", "String");
+    AddCounter(m_Registry, 11, 300);
+    const Cascade largest = ChangeOf({{"Tick", false}}, {{"Tick", true}, {"Text", std::string("kept")}});
+    EXPECT_TRUE(largest.IsCut);
+    ASSERT_FALSE(largest.Changes.empty());
+    EXPECT_LT(largest.Changes.back().Wave, 1'000U);
+    EXPECT_LT(largest.Changes.size() + largest.Conflicts.size(), 250'000U + 300U + 11U + 1U);
 }
 
 TEST_F(RuleEvents, MayHappenWhereTheConditionIsUnknown)

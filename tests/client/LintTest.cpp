@@ -224,6 +224,28 @@ TEST(Contradictions, ChoicesThatAreNumbersHaveAnOrder)
     EXPECT_THAT(KindsOf(FindingsOfRule({{"Fan", "GEQ", "1"}})), ElementsAre("never-holds")) << "no choice is a number";
 }
 
+TEST(Contradictions, AnOrderOfChoicesIsOfWhatTheOperandStandsFor)
+{
+    EXPECT_THAT(KindsOf(FindingsOfRule({{"Clock", "GTR", "800 MHz"}})), IsEmpty()) << "it stands for 1";
+    EXPECT_THAT(KindsOf(FindingsOfRule({{"Clock", "GTR", "1600 MHz"}})), ElementsAre("never-holds"));
+    EXPECT_THAT(KindsOf(FindingsOfRule({{"Clock", "GTR", "800 MHz", "AND"}, {"Clock", "EQU", "1"}})),
+                ElementsAre("never-holds"));
+}
+
+TEST(Contradictions, ABoundThatRulesReplaceIsNone)
+{
+    const auto kinds = [](const char* bound, const char* condition, int operand) {
+        RegistryBuilder registry = SomeAttributes();
+        registry.Rule("Percent", bound, bound == std::string("UpperBound") ? 200 : -100, {{"Lid", "EQU", true}});
+        registry.Rule("T", "CurrentValue", "x", {{"Percent", condition, operand}});
+        return KindsOf(FindingsOf(registry));
+    };
+    EXPECT_THAT(kinds("UpperBound", "GTR", 150), IsEmpty());
+    EXPECT_THAT(kinds("LowerBound", "GTR", 150), ElementsAre("never-holds"));
+    EXPECT_THAT(kinds("LowerBound", "LSS", -50), IsEmpty());
+    EXPECT_THAT(kinds("UpperBound", "LSS", -50), ElementsAre("never-holds"));
+}
+
 TEST(Contradictions, AChoiceHasTwoNames)
 {
     const auto kinds = [](const char* one, const char* other, const char* joiner) {

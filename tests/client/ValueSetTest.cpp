@@ -1,5 +1,7 @@
 #include "ClientTest.h"
 
+#include "support/RegistryBuilder.h"
+
 #include <array>
 #include <limits>
 #include <random>
@@ -10,6 +12,8 @@
 namespace {
 
 using namespace RedfishConfig::Client;
+using RegistryTest::RegistryBuilder;
+namespace json = boost::json;
 using Question = RedfishConfig::Client::Test; // in a test body "Test" is that of the framework
 
 constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
@@ -273,41 +277,57 @@ TEST(ValueSets, AreNotKnownOfFlagsAndOrdersOfTexts)
     }
 }
 
+/** The states that the first attribute of a registry can have. */
+std::string PossibleOfFirst(const RegistryBuilder& registry)
+{
+    return ToText(ValueSet::PossibleOf(*ClientTest::ModelOf(registry.Json()), 0));
+}
+
+std::string PossibleOf(const char* type, json::object members)
+{
+    RegistryBuilder registry;
+    members["Value"] = {RegistryBuilder::Choice("Off", "Aus"), RegistryBuilder::Choice("On", "An")};
+    registry.Attribute("A", type, std::move(members));
+    return PossibleOfFirst(registry);
+}
+
 TEST(ValueSets, PossibleOfAnAttribute)
 {
-    const auto possible = [](AttributeType type, std::optional<std::int64_t> lower, std::optional<std::int64_t> upper,
-                             Value current = {}, Value fallback = {}) {
-        Attribute attribute;
-        attribute.Type = type;
-        attribute.Choices = {{"Off", "Aus"}, {"On", "An"}};
-        attribute.LowerBound = lower;
-        attribute.UpperBound = upper;
-        attribute.CurrentValue = std::move(current);
-        attribute.DefaultValue = std::move(fallback);
-        return ToText(ValueSet::PossibleOf(attribute));
-    };
-    const auto none = std::nullopt;
-    EXPECT_EQ(possible(AttributeType::Boolean, none, none), "false or true, or no value");
-    EXPECT_EQ(possible(AttributeType::Enumeration, none, none), "Off or On, or no value");
-    EXPECT_EQ(possible(AttributeType::Enumeration, none, none, std::string("Old"), std::string("New")),
+    const json::object bounds{{"LowerBound", 10}, {"UpperBound", 20}};
+    EXPECT_EQ(PossibleOf("Boolean", {}), "false or true, or no value");
+    EXPECT_EQ(PossibleOf("Enumeration", {}), "Off or On, or no value");
+    EXPECT_EQ(PossibleOf("Enumeration", {{"CurrentValue", "Old"}, {"DefaultValue", "New"}}),
               "New, Off, Old or On, or no value");
-    EXPECT_EQ(possible(AttributeType::Integer, 10, 20), "10 to 20, or no value");
-    EXPECT_EQ(possible(AttributeType::Integer, 10, none), "10 or more, or no value");
-    EXPECT_EQ(possible(AttributeType::Integer, none, 20), "20 or less, or no value");
-    EXPECT_EQ(possible(AttributeType::Integer, 20, 10), "any integer, or no value")
+    EXPECT_EQ(PossibleOf("Integer", bounds), "10 to 20, or no value");
+    EXPECT_EQ(PossibleOf("Integer", {{"LowerBound", 10}}), "10 or more, or no value");
+    EXPECT_EQ(PossibleOf("Integer", {{"UpperBound", 20}}), "20 or less, or no value");
+    EXPECT_EQ(PossibleOf("Integer", {{"LowerBound", 20}, {"UpperBound", 10}}), "any integer, or no value")
         << "the bounds contradict each other";
-    EXPECT_EQ(possible(AttributeType::Integer, 10, 20, std::string("Auto"), std::int64_t{21}),
-              "Auto or 10 to 21, or no value");
-    EXPECT_EQ(possible(AttributeType::String, none, none), "any text, or no value");
-    EXPECT_EQ(possible(AttributeType::Password, none, none, Secret("s3cret")), "any text, or no value");
-    EXPECT_EQ(possible(AttributeType::Unknown, none, none), "anything, or no value");
+    json::object withValues = bounds;
+    withValues["CurrentValue"] = "Auto";
+    withValues["DefaultValue"] = 21;
+    EXPECT_EQ(PossibleOf("Integer", withValues), "Auto or 10 to 21, or no value");
+    EXPECT_EQ(PossibleOf("String", {}), "any text, or no value");
+    EXPECT_EQ(PossibleOf("Password", {{"CurrentValue", "s3cret"}}), "any text, or no value");
+    EXPECT_EQ(PossibleOf("Odd", {}), "anything, or no value");
+}
+
+TEST(ValueSets, PossibleOfAnAttributeWhoseBoundsRulesReplace)
+{
+    for (const char* bound : {"LowerBound", "UpperBound"}) {
+        RegistryBuilder registry;
+        registry.Attribute("A", "Integer", {{"LowerBound", 10}, {"UpperBound", 20}}).Attribute("B", "Boolean");
+        registry.Rule("A", bound, 15, {{"B", "EQU", true}});
+        EXPECT_EQ(PossibleOfFirst(registry),
+                  bound == std::string("LowerBound") ? "20 or less, or no value" : "10 or more, or no value");
+    }
 }
 
 TEST(ValueSets, OfAnEnumerationWithoutChoicesMayBeAnyText)
 {
-    Attribute attribute;
-    attribute.Type = AttributeType::Enumeration;
-    EXPECT_EQ(ToText(ValueSet::PossibleOf(attribute)), "any text, or no value");
+    RegistryBuilder registry;
+    registry.Attribute("A", "Enumeration");
+    EXPECT_EQ(PossibleOfFirst(registry), "any text, or no value");
 }
 
 TEST(ValueSets, AsAPersonReadsThem)

@@ -28,7 +28,7 @@ CascadeResult Registry::Cascade(const SettingValueMap& now, const Changes& byHan
             changed.insert(attribute);
         }
     }
-    std::set<std::string> seen{StateOf(result.Values)};
+    std::set<std::string> seen{StateOf(result.Values, changed)};
     for (std::size_t number = 1; !changed.empty(); ++number) {
         if (number > 1'000) {
             result.IsCutOff = true;
@@ -36,7 +36,7 @@ CascadeResult Registry::Cascade(const SettingValueMap& now, const Changes& byHan
         }
         Wave wave{number, changed, &handSet, {}};
         changed = RunWave(wave, result);
-        if (!changed.empty() && !seen.insert(StateOf(result.Values)).second) {
+        if (!changed.empty() && !seen.insert(StateOf(result.Values, changed)).second) {
             result.IsCycle = true;
             break;
         }
@@ -111,12 +111,13 @@ bool Registry::IsTriggered(const Rule& rule, const std::set<const Attribute*>& c
                        [&changed](const Attribute* source) { return changed.count(source) > 0; });
 }
 
-/** The values of all settings as one text. Ways to write a value make no difference: what names the same choices is
- *  written in the same way. */
-std::string Registry::StateOf(const SettingValueMap& values) const
+/** What the next wave hangs on as one text: the values of all settings, and which have just changed. Ways to write a
+ *  value make no difference: what names the same choices is written in the same way. */
+std::string Registry::StateOf(const SettingValueMap& values, const std::set<const Attribute*>& changed) const
 {
     json::array state;
     for (const auto& [name, attribute] : m_Attributes) {
+        state.emplace_back(changed.count(&attribute) > 0);
         const SettingValue held = Held(attribute, values);
         const std::set<std::size_t> choices = Named(attribute, TextOf(held));
         if (!held) {

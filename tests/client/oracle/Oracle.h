@@ -52,6 +52,10 @@ struct Verdict {
 struct Choice {
     std::optional<std::string> Name;
     std::optional<std::string> DisplayName;
+
+    /** The one that it has stands for the one that it lacks. */
+    std::string OwnName() const { return Name.value_or(DisplayName.value_or("")); }
+    std::string ShownName() const { return DisplayName.value_or(Name.value_or("")); }
 };
 
 struct ChoicesInForce {
@@ -149,7 +153,7 @@ private:
         const json::value* Published = nullptr;
         Kind Type = Kind::Text;
         std::vector<Choice> Choices;
-        bool UsesDisplayNames = false; ///< matters only for texts that are names of both kinds
+        bool UsesDisplayNames = false; ///< matters for texts that are names of both kinds, and for orders
         std::vector<std::string> Path;
     };
 
@@ -198,6 +202,7 @@ private:
     // values
     SettingValue Held(const Attribute& attribute, const SettingValueMap& now) const;
     static std::set<std::size_t> Named(const Attribute& attribute, const std::string& text);
+    static SettingValue Meant(const Attribute& attribute, const SettingValue& value);
     static bool AreEqual(const Attribute& attribute, const SettingValue& left, const SettingValue& right);
 
     // flags
@@ -212,7 +217,7 @@ private:
     static bool IsTriggered(const Rule& rule, const std::set<const Attribute*>& changed);
     void ApplyRule(const Rule& rule, Wave& wave, CascadeResult& result) const;
     std::set<const Attribute*> RunWave(Wave& wave, CascadeResult& result) const;
-    std::string StateOf(const SettingValueMap& values) const;
+    std::string StateOf(const SettingValueMap& values, const std::set<const Attribute*>& changed) const;
 
     json::value m_Document;
     SettingValueMap m_Then;

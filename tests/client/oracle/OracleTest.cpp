@@ -212,6 +212,31 @@ TEST(OracleConditions, OrderNumbers)
     });
 }
 
+TEST(OracleConditions, OrderChoicesByTheNamesThatValuesUse)
+{
+    RegistryBuilder registry;
+    registry.Attribute("Speed", "Enumeration",
+                       {{"Value",
+                         {RegistryBuilder::Choice("5", "Five"), RegistryBuilder::Choice("9", "Nine"),
+                          RegistryBuilder::Choice("12", "3"), RegistryBuilder::Choice("12", "4")}}});
+    registry.Attribute("T", "Boolean");
+    const struct {
+        const char* operand;
+        const char* held;
+        Truth truth;
+    } rows[] = {
+        {"Five", "9", yes},        {"9", "9", no},  {"Nine", "9", no},
+        {"Five", "Nine", unknown}, {"3", "9", yes}, // of one of two entries of a value: it stays as it is
+        {"3", "4", yes},                            // where display names are values
+    };
+    for (const auto& row : rows) {
+        RegistryBuilder one = registry;
+        one.Rule("T", "ReadOnly", true, {{"Speed", "GTR", row.operand}});
+        const SettingValueMap values{{"Speed", std::string(row.held)}};
+        EXPECT_EQ(Registry(one.Json(), values).OfRule(0, values), row.truth) << row.operand << " " << row.held;
+    }
+}
+
 TEST(OracleConditions, OnFlagsReadWhatIsPublished)
 {
     const std::vector<std::tuple<const char*, const char*, const char*, json::value, Truth>> rows{
@@ -848,8 +873,15 @@ TEST(OracleCascades, EndAtAStateThatWasThereBefore)
         {"A", 1, "B", 1}, {"B", 1, "C", 1}, {"C", 1, "B", 0}, {"B", 0, "C", 0}, {"C", 0, "B", 1}};
     const CascadeResult result = CascadeOf(circle, Zeros(), {{"A", one}});
     EXPECT_THAT(Written(result), ElementsAre("1: rule 0 B 0 > 1", "2: rule 1 C 0 > 1", "3: rule 2 B 1 > 0",
-                                             "4: rule 3 C 1 > 0", "cycle"));
-    EXPECT_EQ(result.Values.at("B"), SettingValue(std::int64_t{0}));
+                                             "4: rule 3 C 1 > 0", "5: rule 4 B 0 > 1", "cycle"));
+    EXPECT_EQ(result.Values.at("B"), SettingValue(std::int64_t{1}));
+}
+
+TEST(OracleCascades, EndWithoutACycleWhereWhatIsTakenBackTriggersNothing)
+{
+    const std::vector<Event> pulse{{"A", 1, "B", 1}, {"B", 1, "B", 0}};
+    EXPECT_THAT(Written(CascadeOf(pulse, Zeros(), {{"A", one}})),
+                ElementsAre("1: rule 0 B 0 > 1", "2: rule 1 B 1 > 0"));
 }
 
 TEST(OracleCascades, EndAfterAThousandWaves)

@@ -219,8 +219,8 @@ std::optional<bool> Registry::HasDisplayNameAsValue(const Attribute& attribute) 
         bool isName = false;
         bool isDisplayName = false;
         for (const Choice& choice : attribute.Choices) {
-            isName |= value && choice.Name == TextOf(value);
-            isDisplayName |= value && choice.DisplayName == TextOf(value);
+            isName |= value && choice.OwnName() == TextOf(value);
+            isDisplayName |= value && choice.ShownName() == TextOf(value);
         }
         if (isName != isDisplayName) {
             return isDisplayName;

@@ -127,12 +127,41 @@ Truth Registry::OfValueTerm(const Attribute& attribute, const json::value& term,
     return OfOrder(attribute, condition, held, ValueOf(*operand));
 }
 
+/**
+ * The value that a text means, of an enumeration: what is no value but the other name of one choice, in all its entries
+ * alone, is the value of that choice.
+ */
+SettingValue Registry::Meant(const Attribute& attribute, const SettingValue& value)
+{
+    if (attribute.Type != Kind::Enumeration || !value) {
+        return value;
+    }
+    const std::string text = TextOf(value);
+    std::multimap<std::string, std::string> othersOf; // by the name that values use
+    for (const Choice& choice : attribute.Choices) {
+        othersOf.emplace(attribute.UsesDisplayNames ? choice.ShownName() : choice.OwnName(),
+                         attribute.UsesDisplayNames ? choice.OwnName() : choice.ShownName());
+    }
+    std::set<std::string> meant;
+    for (const auto& [own, other] : othersOf) {
+        if (other == text) {
+            meant.insert(own);
+        }
+    }
+    if (othersOf.count(text) > 0 || meant.size() != 1) {
+        return value;
+    }
+    const auto [first, last] = othersOf.equal_range(*meant.begin());
+    const bool isClear = std::all_of(first, last, [&text](const auto& entry) { return entry.second == text; });
+    return isClear ? SettingValue(*meant.begin()) : value;
+}
+
 /** Only whole numbers have an order, also those that are written as texts. */
 Truth Registry::OfOrder(const Attribute& attribute, const std::string& condition, const SettingValue& held,
                         const SettingValue& wanted)
 {
-    const std::optional<std::int64_t> left = NumberOf(held);
-    const std::optional<std::int64_t> right = NumberOf(wanted);
+    const std::optional<std::int64_t> left = NumberOf(Meant(attribute, held));
+    const std::optional<std::int64_t> right = NumberOf(Meant(attribute, wanted));
     if (attribute.Type == Kind::Boolean || !left || !right) {
         return Truth::Unknown;
     }

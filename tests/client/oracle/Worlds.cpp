@@ -171,9 +171,11 @@ std::vector<std::string> WorldMaker::ChoiceTexts(std::size_t count)
 std::vector<Choice> WorldMaker::NewChoices()
 {
     std::vector<Choice> choices;
-    if (OneIn(4)) { // numbers, of one name each so that their order is clear
+    if (OneIn(4)) { // numbers: of one name each, as one of the two names, or as both
+        const std::size_t names = Below(3);
         for (const char* number : {"-5", "0", "9", "10", "007", "120"}) {
-            choices.push_back({number, std::nullopt});
+            const std::string other = names == 1 ? "No. " + std::string(number) : std::string(number) + "0";
+            choices.push_back({number, names == 0 ? std::nullopt : std::optional(other)});
         }
         return choices;
     }

@@ -107,7 +107,7 @@ TEST(Worlds, HaveListsAndNumbersInForceAndCascades)
                 found["numbers"] += registry.RulesFor(name, property).empty() ? 0U : 1U;
             }
         }
-        for (int step = 0; step < 5; ++step) {
+        for (int step = 0; step < 20; ++step) {
             const CascadeResult cascade = registry.Cascade(values, RandomChanges(world, random));
             found["effects"] += cascade.Effects.size();
             found["second waves"] += !cascade.Effects.empty() && cascade.Effects.back().Wave > 1 ? 1U : 0U;

@@ -37,8 +37,8 @@ struct Cascade {
     std::vector<RuleChange> Changes; ///< in the order in which they happened
     std::vector<RuleConflict> Conflicts;
     std::vector<std::size_t> MayChange; ///< rules that were triggered and whose condition is unknown; each once
-    bool IsCycle = false;               ///< it came back to a state that it had been in, and was ended there
-    bool IsCut = false;                 ///< it was ended after 1,000 waves
+    bool IsCycle = false;               ///< it came to what a wave had begun with before, and was ended there
+    bool IsCut = false;                 ///< it was ended: after 1,000 waves, or 250,000 changes and conflicts
     SystemValues After;
 };
 
@@ -50,6 +50,10 @@ struct Cascade {
  * true now. All effects of a wave come together; the next wave starts from the attributes that they really changed. Of
  * rules that give an attribute different values in one wave the first of the registry counts. A value that was set by
  * hand is never overwritten.
+ *
+ * What a wave does follows from the values and from which of them have just changed. When both are as they were before
+ * an earlier wave, all would happen again, and it is a cycle. A rule that takes back what another did makes none alone.
+ * Whether rules would still have acted is not known of what was ended.
  *
  * @param changes attributes and their new values, each attribute once
  */

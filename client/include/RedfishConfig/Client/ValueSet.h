@@ -5,10 +5,11 @@
  * Sets of values of one attribute, by which contradictions are found without trying values out.
  */
 
-#include <RedfishConfig/Client/Attribute.h>
+#include <RedfishConfig/Client/Model.h>
 #include <RedfishConfig/Client/Rule.h>
 #include <RedfishConfig/Export.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <set>
@@ -36,10 +37,14 @@ public:
     static ValueSet Texts(std::set<std::string> texts);
 
     /**
-     * All states that an attribute can have: its choices, true and false, the integers within its bounds, any text; its
-     * CurrentValue and its DefaultValue; and no value. A choice is the text of its Name alone.
+     * All states that an attribute of a model can have: its choices, true and false, the integers within its bounds,
+     * any text; its CurrentValue and its DefaultValue; and no value. A choice is the text of its Name alone. A bound
+     * that rules may replace is none.
      */
-    static ValueSet PossibleOf(const Attribute& attribute);
+    static ValueSet PossibleOf(const Model& model, std::size_t attribute);
+
+    /** The integers within the bounds of an attribute, of which those that rules may replace are none. */
+    static ValueSet WithinBounds(const Model& model, std::size_t attribute);
 
     /**
      * The states of which a test of CurrentValue is true. Having no value makes only a test for that true. Of a text
