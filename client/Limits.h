@@ -38,6 +38,9 @@ constexpr std::size_t effortOfPair = 100'000;
 /** A numeric comparison becomes tests for each number that fulfils it, of an attribute with no more numbers. */
 constexpr std::size_t enumeratedNumbers = 256;
 
+/** In a name, a value or an operand of a formula: texts that can end a key of the core. */
+constexpr std::size_t keyTails = 64;
+
 /** Rules for the order of choices that are numbers are written for no more choices. */
 constexpr std::size_t orderedChoices = 1'000;
 

@@ -1,5 +1,7 @@
 #include "FormulaHazards.h"
 
+#include "../Limits.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
@@ -26,6 +28,17 @@ bool ComesFirst(std::string_view name, std::string_view tail, std::string_view o
 bool HasOperators(std::string_view text)
 {
     return text.find_first_of(operatorCharacters) != std::string_view::npos;
+}
+
+std::size_t CountTails(std::string_view text)
+{
+    std::size_t count = 0;
+    for (const std::string_view tail : keyTails) {
+        for (std::size_t found = text.find(tail); found != std::string_view::npos; found = text.find(tail, found + 1)) {
+            ++count;
+        }
+    }
+    return count;
 }
 
 } // namespace
@@ -73,7 +86,7 @@ std::vector<std::string_view> FormulaHazards::NamesWithin(std::string_view name)
 
 bool FormulaHazards::IsSafe(std::string_view text) const
 {
-    if (HasOperators(text)) {
+    if (HasOperators(text) || CountTails(text) > Limits::keyTails) {
         return false;
     }
     for (const std::string_view tail : keyTails) {
@@ -90,7 +103,7 @@ bool FormulaHazards::IsSafe(std::string_view text) const
 bool FormulaHazards::IsNameSafe(std::string_view name) const
 {
     // an operator in a name can be one of the formula
-    return !HasOperators(name) && m_AfterOperators.count(name) == 0 &&
+    return !HasOperators(name) && CountTails(name) <= Limits::keyTails && m_AfterOperators.count(name) == 0 &&
            std::all_of(std::begin(keyTails), std::end(keyTails),
                        [&](std::string_view tail) { return IsKeySafe(name, tail); });
 }

@@ -18,7 +18,10 @@ class FormulaHazards {
 public:
     explicit FormulaHazards(const std::vector<Attribute>& attributes);
 
-    /** Whether a text stays whole in a formula, as a value or as what is compared with one. */
+    /**
+     * Whether a text stays whole in a formula, as a value or as what is compared with one. One with more endings of
+     * keys than are looked at counts as one that does not.
+     */
     bool IsSafe(std::string_view text) const;
 
     /** Whether formulas can ask anything of the setting: no other one's value is put into its keys before its own. */

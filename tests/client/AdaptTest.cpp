@@ -574,6 +574,22 @@ TEST(UndecidedFlags, AskForTheOrderOfTexts)
     ExpectLocked(OneRule({{"Mode", "EQU", "Uefi"}, {"Text", "GTR", "5", "OR"}}), FindingKind::Inexpressible, why);
 }
 
+TEST(UndecidedFlags, CompareWithManyEndingsOfKeys)
+{
+    const auto world = [](std::size_t endings) {
+        std::string operand;
+        for (std::size_t ending = 0; ending < endings; ++ending) {
+            operand += "- exist";
+        }
+        RegistryBuilder registry;
+        registry.Attribute("S", "String").Attribute("T", "Boolean");
+        registry.Rule("T", "ReadOnly", true, {{"S", "EQU", json::value(operand)}});
+        return World(registry.Json(), {{"S", Text("x")}});
+    };
+    EXPECT_THAT(world(64).Adapted.Undecided, IsEmpty());
+    EXPECT_THAT(world(65).Adapted.Undecided, testing::SizeIs(1));
+}
+
 /** A rule on an enumeration with operators in one of its choices. */
 World OneRuleOnProfile(const char* condition, const char* operand, const char* held)
 {
