@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -360,8 +361,48 @@ TEST(Adapt, NamesTheFirstFlagsThatItCannotDecide)
         std::ostringstream answers;
         Output output(answers, {});
         EXPECT_EQ(RunAdapt(Undecidable(count), {}, output), ExitCode::Answered);
-        EXPECT_EQ(output.Complaints(), complaints);
+        Complaints first = output.Complaints();
+        first.resize(std::min<std::size_t>(first.size(), 1)); // the findings follow
+        EXPECT_EQ(first, complaints);
     }
+}
+
+TEST(Adapt, TellsTheFirstFindingsOfEachKind)
+{
+    const auto why = [](int number) {
+        return "registry.json: error inexpressible: rule " + std::to_string(number - 1) +
+               " asks for OneTimeBootMode, whose name has operators or that of another setting in it; ReadOnly of S" +
+               std::to_string(number) + " is true in the adapted registry, whatever the values are";
+    };
+    const std::pair<int, std::string> cases[] = {
+        {8, ""},
+        {9, "registry.json: 1 more error of the kind inexpressible"},
+        {10, "registry.json: 2 more errors of the kind inexpressible"},
+    };
+    for (const auto& [count, last] : cases) {
+        std::ostringstream answers;
+        Output output(answers, {});
+        EXPECT_EQ(RunAdapt(Undecidable(count), {}, output), ExitCode::Answered);
+        Complaints told;
+        for (int number = 1; number <= 8; ++number) {
+            told.push_back(why(number));
+        }
+        if (!last.empty()) {
+            told.push_back(last);
+        }
+        EXPECT_EQ(Complaints(output.Complaints().begin() + 1, output.Complaints().end()), told);
+    }
+}
+
+TEST(Adapt, TellsNothingThatLintTells)
+{
+    RegistryBuilder registry;
+    registry.Attribute("A", "Boolean", {{"CurrentValue", true}});
+    registry.Rule("A", "ReadOnly", true, {Term{"NoSuch", "EQU", 1}});
+    std::ostringstream answers;
+    Output output(answers, {});
+    EXPECT_EQ(RunAdapt(DocumentsFrom(registry.Json(), {}), {}, output), ExitCode::Answered);
+    EXPECT_EQ(output.Complaints(), Complaints{"registry.json: 1 warning; redfishconfig lint tells them"});
 }
 
 TEST(Adapt, APasswordInTheRegistryIsNotWrittenToATerminal)

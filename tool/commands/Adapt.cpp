@@ -7,8 +7,10 @@
 #include <CLI/App.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <variant>
 #include <vector>
 
@@ -45,10 +47,11 @@ bool HasPassword(const Client::SystemValues& values)
     });
 }
 
+constexpr std::size_t mostNamed = 8;
+
 /** "A, B and 12 more". */
 std::string FirstOf(const std::vector<std::string>& items)
 {
-    constexpr std::size_t mostNamed = 8;
     std::string named;
     for (std::size_t place = 0; place < std::min(items.size(), mostNamed); ++place) {
         named += (named.empty() ? "" : ", ") + items[place];
@@ -85,6 +88,34 @@ void ComplainOfLeftOut(const std::string& file, const std::vector<std::size_t>& 
     }
 }
 
+/** Complains about what was found in adapting alone, which lint cannot tell: the first findings of each kind. */
+void ComplainOfFindings(const std::string& file, const Client::Adaptation& adapted, std::size_t known, Output& output)
+{
+    std::vector<Client::Finding> findings(adapted.Findings.begin() + static_cast<std::ptrdiff_t>(known),
+                                          adapted.Findings.end());
+    const auto rankOf = [](const Client::Finding& finding) { // what is about the whole registry goes first
+        return std::tuple(-static_cast<int>(finding.Level), finding.Kind, !finding.Pointer.empty());
+    };
+    std::stable_sort(findings.begin(), findings.end(), [&](const Client::Finding& left, const Client::Finding& right) {
+        return rankOf(left) < rankOf(right);
+    });
+    for (auto begin = findings.begin(); begin != findings.end();) {
+        const auto end = std::find_if(begin, findings.end(), [&](const Client::Finding& finding) {
+            return finding.Level != begin->Level || finding.Kind != begin->Kind;
+        });
+        const std::string level(Client::Word(begin->Level));
+        const std::string kind(Client::Word(begin->Kind));
+        for (std::size_t told = 0; begin != end && told < mostNamed; ++told, ++begin) {
+            output.Complain(file + ": " + level + " " + kind + ": " + begin->Found + "; " + begin->Consequence);
+        }
+        if (begin != end) {
+            output.Complain(file + ": " + Counted(static_cast<std::size_t>(end - begin), "more " + level) +
+                            " of the kind " + kind);
+        }
+        begin = end;
+    }
+}
+
 } // namespace
 
 ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Output& output)
@@ -103,6 +134,7 @@ ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Outpu
     const Client::Adaptation adapted = Client::Adapt(documents.Values, documents.Evaluated);
     ComplainOfUndecided(file, adapted.Undecided, output);
     ComplainOfLeftOut(file, adapted.LeftOut, output);
+    ComplainOfFindings(file, adapted, documents.Model().Findings().size(), output);
     const std::string text = JsonText(ParseJson(file, adapted.RegistryText)) + "\n";
     if (isToStdout) {
         output.Answers() << text;
