@@ -405,26 +405,51 @@ TEST(Adapt, TellsNothingThatLintTells)
     EXPECT_EQ(output.Complaints(), Complaints{"registry.json: 1 warning; redfishconfig lint tells them"});
 }
 
-TEST(Adapt, APasswordInTheRegistryIsNotWrittenToATerminal)
+TEST(Adapt, ARegistryWithAPasswordInItIsNotWrittenToATerminal)
 {
-    RegistryBuilder compared;
-    compared.Attribute("Key", "Password").Attribute("A", "Boolean");
+    struct Case {
+        const char* What;
+        RegistryBuilder Registry;
+        RedfishConfig::SettingValueMap Values;
+        ExitCode Code;
+    };
+    RegistryBuilder key;
+    key.Attribute("Key", "Password").Attribute("A", "Boolean", {{"CurrentValue", true}});
+    RegistryBuilder nulls;
+    nulls.Attribute("Key", "Password", {{"CurrentValue", nullptr}, {"DefaultValue", nullptr}});
+    RegistryBuilder compared = key;
     compared.Rule("A", "ReadOnly", true, {Term{"Key", "EQU", "hunter2"}});
-    RegistryBuilder none;
-    none.Attribute("Key", "Password").Attribute("A", "Boolean", {{"CurrentValue", true}});
-    const std::pair<RegistryBuilder, ExitCode> cases[] = {
-        {RegistryBuilder().Attribute("Key", "Password", {{"CurrentValue", "hunter2"}}), ExitCode::Refused},
-        {RegistryBuilder().Attribute("Key", "Password", {{"DefaultValue", "hunter2"}}), ExitCode::Refused},
-        {compared, ExitCode::Refused},
-        {none, ExitCode::Answered},
+    RegistryBuilder given = key;
+    given.Rule("Key", "DefaultValue", "hunter2", {Term{"A", "EQU", true}});
+    RegistryBuilder asked = key;
+    asked.Rule("Key", "MinLength", 8, {Term{"A", "EQU", true}});
+    RegistryBuilder otherCase;
+    otherCase.Attribute("Key", "Password", {{"CurrentValue", nullptr}, {"currentvalue", "hunter2"}});
+    const std::vector<Case> cases{
+        {"a value",
+         RegistryBuilder().Attribute("Key", "Password", {{"CurrentValue", "hunter2"}}),
+         {},
+         ExitCode::Refused},
+        {"a default",
+         RegistryBuilder().Attribute("Key", "Password", {{"DefaultValue", "hunter2"}}),
+         {},
+         ExitCode::Refused},
+        {"what a rule gives", given, {}, ExitCode::Refused},
+        {"a value under another key, which is copied", otherCase, {}, ExitCode::Refused},
+        {"none", key, {}, ExitCode::Answered},
+        {"none, in nulls", nulls, {}, ExitCode::Answered},
+        {"a length", asked, {}, ExitCode::Answered},
+        {"one that stands in the values alone", key, {{"Key", std::string("hunter2")}}, ExitCode::Answered},
+        {"what a rule compares, which is not written", compared, {}, ExitCode::Answered},
     };
     Presentation terminal;
     terminal.Terminal = true;
-    for (const auto& [registry, code] : cases) {
+    for (const auto& [what, registry, values, code] : cases) {
         std::ostringstream answers;
         Output output(answers, terminal);
-        EXPECT_EQ(RunAdapt(DocumentsFrom(registry.Json(), {}), {}, output), code);
-        EXPECT_EQ(answers.str().empty(), code == ExitCode::Refused);
+        EXPECT_EQ(RunAdapt(DocumentsFrom(registry.Json(), values), {}, output), code) << what;
+        EXPECT_EQ(answers.str().empty(), code == ExitCode::Refused) << what;
+        EXPECT_EQ(answers.str().find("hunter2"), std::string::npos) << what;
     }
 }
 

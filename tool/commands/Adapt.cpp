@@ -2,49 +2,91 @@
 
 #include "../FileWriter.h"
 #include "../JsonText.h"
+#include "../Secrets.h"
 #include "../Text.h"
 
 #include <CLI/App.hpp>
 
+#include <boost/json/object.hpp>
+#include <boost/json/value.hpp>
+
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <memory>
+#include <set>
 #include <string>
+#include <string_view>
 #include <tuple>
-#include <variant>
 #include <vector>
 
 namespace RedfishConfigTool {
 
+namespace json = boost::json;
 namespace Client = RedfishConfig::Client;
 
 namespace {
 
-bool IsSecret(const Client::Value& value)
-{
-    return std::holds_alternative<Client::Secret>(value);
-}
+using Names = std::set<std::string, std::less<>>;
 
-bool HasSecret(const Client::Condition& condition)
+/** The elements of a list of the registry that are objects. */
+std::vector<const json::object*> ObjectsIn(const json::value* list)
 {
-    return (condition.What == Client::Condition::Kind::Test && IsSecret(condition.Asked.Operand)) ||
-           std::any_of(condition.Parts.begin(), condition.Parts.end(), HasSecret);
-}
-
-/** Whether a password is in the registry: a value of one, or what a rule compares one with or makes of it. */
-bool HasPassword(const Client::SystemValues& values)
-{
-    const Client::Model& model = values.Of();
-    for (std::size_t attribute = 0; attribute < model.Attributes().size(); ++attribute) {
-        if (IsSecret(values.ValueOf(attribute)) || IsSecret(model.Attributes()[attribute].CurrentValue) ||
-            IsSecret(model.Attributes()[attribute].DefaultValue)) {
-            return true;
+    std::vector<const json::object*> objects;
+    if (list != nullptr && list->is_array()) {
+        for (const json::value& item : list->get_array()) {
+            if (item.is_object()) {
+                objects.push_back(&item.get_object());
+            }
         }
     }
-    return std::any_of(model.Rules().begin(), model.Rules().end(), [](const Client::Rule& rule) {
-        const auto* const outcome = std::get_if<Client::Value>(&rule.Outcome);
-        return (outcome != nullptr && IsSecret(*outcome)) || HasSecret(rule.When);
+    return objects;
+}
+
+bool IsOneOf(const Names& names, const json::value* name)
+{
+    return name != nullptr && name->is_string() && names.count(name->get_string()) > 0;
+}
+
+/** Whether an attribute has a value, also under a key that is written in another letter case and does not count. */
+bool HasAnyValue(const json::object& attribute)
+{
+    return std::any_of(attribute.begin(), attribute.end(), [](const auto& member) {
+        return !member.value().is_null() &&
+               (EqualsIgnoringCase(member.key(), "CurrentValue") || EqualsIgnoringCase(member.key(), "DefaultValue"));
     });
+}
+
+/** Whether a password is in an adapted registry: a value of one, or what a rule makes of it or compares it with. */
+bool HasPassword(const json::value& adapted)
+{
+    const json::object& entries = adapted.at("RegistryEntries").as_object();
+    Names passwords;
+    for (const json::object* attribute : ObjectsIn(entries.if_contains("Attributes"))) {
+        const json::value* type = attribute->if_contains("Type");
+        if (type == nullptr || !type->is_string() || !IsPasswordType(type->get_string())) {
+            continue;
+        }
+        if (HasAnyValue(*attribute)) {
+            return true;
+        }
+        passwords.emplace(attribute->at("AttributeName").as_string());
+    }
+    for (const json::object* rule : ObjectsIn(entries.if_contains("Dependencies"))) {
+        const json::object& dependency = rule->at("Dependency").as_object();
+        const std::string_view property = dependency.at("MapToProperty").as_string();
+        const bool isValue = property == "CurrentValue" || property == "DefaultValue";
+        if (isValue && IsOneOf(passwords, dependency.if_contains("MapToAttribute"))) {
+            return true;
+        }
+        for (const json::object* term : ObjectsIn(dependency.if_contains("MapFrom"))) {
+            if (IsOneOf(passwords, term->if_contains("MapFromAttribute")) && !term->at("MapFromValue").is_null() &&
+                !term->at("MapFromValue").is_bool()) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 constexpr std::size_t mostNamed = 8;
@@ -127,15 +169,16 @@ ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Outpu
         output.Complain(summary);
     }
     const bool isToStdout = options.File.empty() || options.File == "-";
-    if (isToStdout && output.Terminal() && HasPassword(documents.Values)) {
+    const Client::Adaptation adapted = Client::Adapt(documents.Values, documents.Evaluated);
+    const json::value registry = ParseJson(file, adapted.RegistryText);
+    if (isToStdout && output.Terminal() && HasPassword(registry)) {
         output.Complain("the registry carries a password, which no screen shows: redirect the output");
         return ExitCode::Refused;
     }
-    const Client::Adaptation adapted = Client::Adapt(documents.Values, documents.Evaluated);
     ComplainOfUndecided(file, adapted.Undecided, output);
     ComplainOfLeftOut(file, adapted.LeftOut, output);
     ComplainOfFindings(file, adapted, documents.Model().Findings().size(), output);
-    const std::string text = JsonText(ParseJson(file, adapted.RegistryText)) + "\n";
+    const std::string text = JsonText(registry) + "\n";
     if (isToStdout) {
         output.Answers() << text;
         return ExitCode::Answered;
