@@ -247,7 +247,7 @@ ExitCode RunOnModel(const Request& request, Output& output, std::ostream& err)
     ModelSystem system(documents, request.Options, secrets);
     WarnOfForeignValues(request.Files.Values, documents.Published.Values, system, output);
     const ExitCode code = std::get<Runner>(request.Run)(system, output);
-    const std::string summary = Summary(request.Files.Registry, DoubtsAbout(documents),
+    const std::string summary = Summary(request.Files, DoubtsAbout(documents),
                                         [&system](const std::string& name) { return system.IsAsked(name); });
     if (!summary.empty()) {
         output.Complain(summary);

@@ -139,7 +139,7 @@ void AddDoubts(const std::vector<Finding>& findings, std::vector<Doubt>& doubts)
         const bool hasNoEffect =
             std::find(withoutEffect.begin(), withoutEffect.end(), finding.Kind) != withoutEffect.end();
         if (finding.Level == Severity::Error || (finding.Level == Severity::Warning && !hasNoEffect)) {
-            doubts.push_back({finding.Level, finding.Attribute});
+            doubts.push_back({finding.Level, finding.In, finding.Attribute});
         }
     }
 }
@@ -163,16 +163,22 @@ std::vector<Doubt> DoubtsAbout(const Documents& documents)
     return doubts;
 }
 
-std::string Summary(const std::string& registryFile, const std::vector<Doubt>& doubts, const IsAbout& isAbout)
+std::string Summary(const DocumentFiles& files, const std::vector<Doubt>& doubts, const IsAbout& isAbout)
 {
-    std::vector<Severity> levels;
-    for (const Doubt& doubt : doubts) {
-        if (doubt.Setting.empty() || isAbout(doubt.Setting)) {
-            levels.push_back(doubt.Level);
+    std::string summary;
+    for (const Client::Document document : {Client::Document::Registry, Client::Document::Values}) {
+        std::vector<Severity> levels;
+        for (const Doubt& doubt : doubts) {
+            if (doubt.In == document && (doubt.Setting.empty() || isAbout(doubt.Setting))) {
+                levels.push_back(doubt.Level);
+            }
+        }
+        if (!levels.empty()) {
+            const std::string& file = document == Client::Document::Registry ? files.Registry : files.Values;
+            summary += file + ": " + CountedLevels(levels) + "; ";
         }
     }
-    const std::string counted = CountedLevels(levels);
-    return counted.empty() ? "" : registryFile + ": " + counted + "; redfishconfig lint tells them";
+    return summary.empty() ? "" : summary + "redfishconfig lint tells them";
 }
 
 } // namespace RedfishConfigTool

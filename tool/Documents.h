@@ -47,6 +47,7 @@ std::vector<RedfishConfig::Client::Finding> FindingsOf(const Documents& document
 /** A finding because of which an answer may not be what the controller would say. */
 struct Doubt {
     RedfishConfig::Client::Severity Level;
+    RedfishConfig::Client::Document In;
     std::string Setting; ///< the one that it is about; empty when it can be any
 };
 
@@ -55,8 +56,8 @@ std::vector<Doubt> DoubtsAbout(const Documents& documents);
 /** Whether an answer was about the setting of that name. */
 using IsAbout = std::function<bool(const std::string&)>;
 
-/** A line that counts the doubts about what was answered; empty when there are none. */
-std::string Summary(const std::string& registryFile, const std::vector<Doubt>& doubts, const IsAbout& isAbout);
+/** A line that counts the doubts about what was answered, by the files that they are in; empty when there are none. */
+std::string Summary(const DocumentFiles& files, const std::vector<Doubt>& doubts, const IsAbout& isAbout);
 
 /** "1 error, 2 warnings, 3 notes", without those that there are none of. */
 std::string CountedFindings(const std::vector<RedfishConfig::Client::Finding>& findings);

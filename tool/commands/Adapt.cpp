@@ -164,7 +164,7 @@ ExitCode RunAdapt(const Documents& documents, const AdaptOptions& options, Outpu
 {
     const auto everything = [](const std::string& /*name*/) { return true; };
     const std::string& file = documents.Files.Registry;
-    const std::string summary = Summary(file, DoubtsAbout(documents), everything);
+    const std::string summary = Summary(documents.Files, DoubtsAbout(documents), everything);
     if (!summary.empty()) {
         output.Complain(summary);
     }
