@@ -238,6 +238,9 @@ ExitCode RunAsPublished(const Request& request, Output& output, std::ostream& er
 ExitCode RunOnModel(const Request& request, Output& output, std::ostream& err)
 {
     const Documents documents = ReadDocuments(request.Files);
+    if (!documents.DefectOfRegistryValues.empty()) {
+        output.Complain(request.Files.RegistryValues + ": " + documents.DefectOfRegistryValues);
+    }
     if (const auto* run = std::get_if<DocumentsRunner>(&request.Run)) {
         return (*run)(documents, output);
     }

@@ -73,6 +73,22 @@ void Append(const std::vector<Finding>& further, std::vector<Finding>& findings)
     findings.insert(findings.end(), further.begin(), further.end());
 }
 
+/**
+ * Why values can hardly be those that the registry came with; empty when they can be. A name of a registry alone says
+ * little: controllers spell it in several ways.
+ */
+std::string DefectOfRegistryValues(const Client::SystemValues& read, const Client::ValuesDocument& published)
+{
+    for (const Finding& finding : read.Findings(published)) {
+        if (finding.Kind == FindingKind::ForeignRegistry && finding.Level == Severity::Warning) {
+            return finding.Found + "; " + finding.Consequence;
+        }
+    }
+    const bool anyKnown = std::any_of(published.Values.begin(), published.Values.end(),
+                                      [&](const auto& entry) { return read.Of().Find(entry.first).has_value(); });
+    return published.Values.empty() || anyKnown ? "" : "none of the names in it is a setting of the registry";
+}
+
 } // namespace
 
 Documents ReadDocuments(const DocumentFiles& files)
@@ -92,10 +108,14 @@ Documents Understand(const DocumentFiles& files, const Client::RegistryDocument&
     std::vector<Finding> findings = registry.Findings;
     Append(values.Findings, findings);
     Client::SystemValues now(Client::Model::Read(registry), values);
-    Client::Evaluation evaluated =
-        registryValues == nullptr ? Client::Evaluation(now)
-                                  : Client::Evaluation(now, Client::SystemValues(now.SharedModel(), *registryValues));
-    return {files, std::move(findings), std::move(values), std::move(now), std::move(evaluated)};
+    if (registryValues == nullptr) {
+        Client::Evaluation evaluated(now);
+        return {files, std::move(findings), std::move(values), std::move(now), std::move(evaluated), ""};
+    }
+    const Client::SystemValues then(now.SharedModel(), *registryValues);
+    Client::Evaluation evaluated(now, then);
+    return {files,          std::move(findings),  std::move(values),
+            std::move(now), std::move(evaluated), DefectOfRegistryValues(then, *registryValues)};
 }
 
 std::vector<std::string> RemarksOn(const Documents& documents)

@@ -26,6 +26,7 @@ struct Documents {
     RedfishConfig::Client::ValuesDocument Published;      ///< the values as published
     RedfishConfig::Client::SystemValues Values;           ///< with the model of the registry
     RedfishConfig::Client::Evaluation Evaluated;
+    std::string DefectOfRegistryValues; ///< why those cannot be what the registry came with; empty when they can be
 
     const RedfishConfig::Client::Model& Model() const { return Values.Of(); }
 };
