@@ -4,6 +4,8 @@
 #include "../Text.h"
 #include "../TypedValue.h"
 
+#include <RedfishConfig/SettingValue.h>
+
 #include <CLI/App.hpp>
 
 #include <boost/json/array.hpp>
@@ -44,6 +46,16 @@ struct Comparison {
     bool HasDefects = false; ///< the file has values that no setting can have
 };
 
+/** A value as it is shown: an integer in hexadecimal, where that is wanted. What is no integer stays as it is. */
+std::optional<std::string> Shown(const Setting& setting, const std::optional<std::string>& value, const System& system)
+{
+    if (!value || !system.Options().Hex || !EqualsIgnoringCase(setting.Type(), "Integer")) {
+        return value;
+    }
+    const std::optional<json::value> typed = TypedValue(setting, *value);
+    return typed ? RedfishConfig::DecToHex(std::to_string(typed->as_int64())) : value;
+}
+
 Comparison Compare(const std::vector<Assignment>& values, System& system)
 {
     Comparison comparison;
@@ -66,7 +78,8 @@ Comparison Compare(const std::vector<Assignment>& values, System& system)
         const std::optional<std::string> here = current ? std::optional(PlainText(*current)) : std::nullopt;
         const bool bothThere = value.Value && here;
         if (bothThere ? !system.AreSame(*setting, *value.Value, *here) : value.Value.has_value() != here.has_value()) {
-            comparison.Differences.push_back({value.Name, value.Value, here, false});
+            comparison.Differences.push_back(
+                {value.Name, Shown(*setting, value.Value, system), Shown(*setting, here, system), false});
         }
     }
     return comparison;
