@@ -73,7 +73,8 @@ bool IsDefaultRuledOut(const Client::Evaluation& evaluation, const Client::Attri
     if (const auto* number = std::get_if<std::int64_t>(&value)) {
         return isBeyond(*number, Property::LowerBound, inForce.LowerBound, Property::UpperBound, inForce.UpperBound);
     }
-    const auto* text = std::get_if<std::string>(&value);
+    const RedfishConfig::SettingValue revealed = Client::Reveal(value); // a password has a length too
+    const auto* text = revealed ? std::get_if<std::string>(&*revealed) : nullptr;
     return text != nullptr && inForce.IsText() &&
            isBeyond(static_cast<std::int64_t>(text->size()), Property::MinLength, inForce.MinLength,
                     Property::MaxLength, inForce.MaxLength);

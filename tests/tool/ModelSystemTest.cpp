@@ -311,6 +311,29 @@ TEST(ModelSystem, ThePasswordsValueIsNowhere)
     EXPECT_TRUE(system->SaveValues(RedfishConfig::FILTER_SAVE_FULL).empty());
 }
 
+TEST(ModelSystem, ADefaultIsCheckedAgainstTheLengthsThatRulesSet)
+{
+    for (const char* const type : {"String", "Password"}) {
+        RegistryBuilder registry;
+        registry.Attribute("Strict", "Enumeration",
+                           {{"CurrentValue", "No"}, {"Value", Choices({{"No", ""}, {"Least", ""}, {"Most", ""}})}});
+        registry.Attribute("Key", type, {{"DefaultValue", "hunter2"}, {"MinLength", 10}});
+        registry.Rule("Key", "MinLength", 8, {Term{"Strict", "EQU", "Least"}});
+        registry.Rule("Key", "MaxLength", 6, {Term{"Strict", "EQU", "Most"}});
+        registry.Rule("Key", "MinLength", 6, {Term{"Strict", "EQU", "Most"}});
+        EXPECT_TRUE(TestSystem(registry)->PrepareDefault("Key").Ok()) << type << ": no rule forbids it";
+        for (const char* const strict : {"Least", "Most"}) {
+            TestSystem system(registry, {}, {{"Strict", std::string(strict)}});
+            const Answer answer = system->PrepareDefault("Key");
+            EXPECT_EQ(answer.Result, RedfishConfig::RESULT_NEW_VALUE_INVALID) << type << ' ' << strict;
+            EXPECT_NE(answer.Reason.find("The value length"), std::string::npos) << answer.Reason;
+            const bool isShown =
+                (answer.Result.ErrorMsg() + answer.Reason + answer.Text).find("hunter2") != std::string::npos;
+            EXPECT_EQ(isShown, std::string(type) == "String") << answer.Result.ErrorMsg();
+        }
+    }
+}
+
 TEST(ModelSystem, SavesWhatMayBeChanged)
 {
     RegistryBuilder registry = Plain();
