@@ -106,17 +106,21 @@ private:
     /** Bounds and lengths that contradict each other without a rule are reported where they are read. */
     void CheckBounds(std::size_t attribute)
     {
-        constexpr Property bounds[] = {Property::LowerBound, Property::UpperBound, Property::MinLength,
-                                       Property::MaxLength};
-        for (const Property bound : bounds) {
-            const std::optional<std::size_t> rule = m_Evaluation.RuleInForce(attribute, bound);
-            const std::string cause = rule ? WhyNoValue(m_Evaluation, m_Now, attribute) : std::string();
-            if (!cause.empty()) {
-                m_Findings.About(NameOf(attribute), m_Model.Rules()[*rule].Position);
-                m_Findings.Add(Severity::Warning, FindingKind::ContradictoryBounds, m_Model.PointerToRule(*rule),
-                               ShortName(NameOf(attribute)) + ": " + cause, "no value of it is accepted");
-                return;
-            }
+        const Attribute& published = m_Model.Attributes()[attribute];
+        const bool isNumber = published.Type == AttributeType::Integer;
+        if (!isNumber && !published.IsText()) {
+            return; // whatever rules say of bounds
+        }
+        std::optional<std::size_t> rule =
+            m_Evaluation.RuleInForce(attribute, isNumber ? Property::LowerBound : Property::MinLength);
+        if (!rule) {
+            rule = m_Evaluation.RuleInForce(attribute, isNumber ? Property::UpperBound : Property::MaxLength);
+        }
+        const std::string cause = rule ? WhyNoValue(m_Evaluation, m_Now, attribute) : std::string();
+        if (!cause.empty()) {
+            m_Findings.About(NameOf(attribute), m_Model.Rules()[*rule].Position);
+            m_Findings.Add(Severity::Warning, FindingKind::ContradictoryBounds, m_Model.PointerToRule(*rule),
+                           ShortName(NameOf(attribute)) + ": " + cause, "no value of it is accepted");
         }
     }
 

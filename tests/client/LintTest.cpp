@@ -1125,6 +1125,56 @@ TEST(ValuesLint, ChoicesThatRulesNarrow)
     EXPECT_EQ(noneLeft[0].Consequence, "no value of it is accepted");
 }
 
+TEST(ValuesLint, BoundsThatRulesContradict)
+{
+    struct Case {
+        const char* Target;
+        std::vector<std::pair<const char*, int>> Bounds;
+        const char* Found; ///< null for nothing
+    };
+    const std::vector<Case> cases{
+        {"Percent", {{"LowerBound", 101}}, "Percent: LowerBound is 101 (rule 0) and UpperBound is 100"},
+        {"Percent", {{"UpperBound", -1}}, "Percent: LowerBound is 0 and UpperBound is -1 (rule 0)"},
+        {"Percent",
+         {{"LowerBound", 9}, {"UpperBound", 5}},
+         "Percent: LowerBound is 9 (rule 0) and UpperBound is 5 (rule 1)"},
+        {"Percent", {{"LowerBound", 5}, {"UpperBound", 9}}, nullptr},
+        {"Percent", {{"MinLength", 9}, {"MaxLength", 5}}, nullptr},
+        {"Tag", {{"MaxLength", 0}}, "Tag: MinLength is 1 and MaxLength is 0 (rule 0)"},
+        {"Pin", {{"MinLength", 9}, {"MaxLength", 5}}, "Pin: MinLength is 9 (rule 0) and MaxLength is 5 (rule 1)"},
+        {"Tag", {{"LowerBound", 9}, {"UpperBound", 5}}, nullptr},
+        {"Lid", {{"LowerBound", 9}, {"UpperBound", 5}}, nullptr},
+        {"Fan", {{"MinLength", 9}, {"MaxLength", 5}}, nullptr},
+    };
+    for (const auto& [target, bounds, found] : cases) {
+        RegistryBuilder registry = SomeAttributes();
+        for (const auto& [property, bound] : bounds) {
+            registry.Rule(target, property, bound, {{"T", "EQU", "on"}});
+        }
+        const std::vector<Finding> findings = ValueFindings(registry, {{"T", "on"}});
+        if (found == nullptr) {
+            EXPECT_THAT(Lines(findings), IsEmpty()) << target;
+            continue;
+        }
+        ASSERT_THAT(Lines(findings), ElementsAre("warning contradictory-bounds " + rulesPointer + "0"));
+        EXPECT_EQ(findings[0].Found, found);
+        EXPECT_EQ(findings[0].Consequence, "no value of it is accepted");
+        EXPECT_EQ(findings[0].Attribute, target);
+        EXPECT_EQ(findings[0].Rule, 0U);
+    }
+}
+
+TEST(ValuesLint, ARuleForABoundThatTheTypeDoesNotHaveIsNotWhyNoValueIsLeft)
+{
+    RegistryBuilder registry = SomeAttributes();
+    registry.Attribute("Odd", "Integer", {{"LowerBound", 9}, {"UpperBound", 1}});
+    registry.Rule("Fan", "Value", json::array{}, {{"Lid", "EQU", true}});
+    registry.Rule("Fan", "LowerBound", 1, {{"Lid", "EQU", true}});
+    registry.Rule("Odd", "MinLength", 1, {{"Lid", "EQU", true}});
+    EXPECT_THAT(Lines(ValueFindings(registry, {{"Lid", true}})),
+                ElementsAre("warning no-choice-left " + rulesPointer + "0"));
+}
+
 TEST(ValuesLint, RulesThatContradictEachOther)
 {
     const auto findings = [](bool lid, const char* fan) {
