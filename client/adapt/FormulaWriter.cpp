@@ -135,7 +135,7 @@ private:
         }
         SetFlag(attribute, flag, plan.Flag && !m_IsAlways);
         if (m_IsAlways && plan.Outcome) {
-            WriteAlways(attribute, flag, plan.Pieces[*m_IsAlways].Rule);
+            MakeTrue(attribute, flag, plan.Pieces[*m_IsAlways].Rule);
         } else if (!m_IsAlways) {
             Keep(std::move(drafts));
         }
@@ -248,12 +248,16 @@ private:
             Plan plan;
             AddPiece(plan, rule, Wanted::True, Alternatives::Always());
             std::vector<Draft> drafts;
-            if (const std::optional<Failure> failure = Write(plan, attribute, property, drafts)) {
+            std::optional<Failure> failure = Write(plan, attribute, property, drafts);
+            if (!failure && m_IsAlways) {
+                if (const Defect defect = WriteAlways(attribute, property, rule)) {
+                    failure = Failure{defect, rule};
+                }
+            }
+            if (failure) {
                 Report(attribute, *failure, "the rule is left out");
                 LeaveOut(rule);
-            } else if (m_IsAlways) {
-                WriteAlways(attribute, property, rule);
-            } else {
+            } else if (!m_IsAlways) {
                 Keep(std::move(drafts));
             }
         }
@@ -431,13 +435,25 @@ private:
         }
     }
 
-    /** A rule that holds whatever the values are, or else the flag. */
-    void WriteAlways(std::size_t attribute, Property property, std::size_t rule)
+    /** By a rule that holds whatever the values are, or else by the flag itself. */
+    void MakeTrue(std::size_t attribute, Property flag, std::size_t rule)
+    {
+        if (WriteAlways(attribute, flag, rule)) {
+            SetFlag(attribute, flag, true);
+        }
+    }
+
+    /** A rule that holds whatever the values are, unless there is a defect. Of the flags all but ResetRequired become
+     * true. */
+    Defect WriteAlways(std::size_t attribute, Property property, std::size_t rule)
     {
         const std::optional<std::size_t> source = AskedAlways(attribute);
-        if (!source || m_Drafts.size() == Limits::adaptedRules) {
-            SetFlag(attribute, property, IsFlag(property));
-            return;
+        if (!source) {
+            return {FindingKind::Inexpressible,
+                    "always holds, and there is no setting that a formula could ask for that"};
+        }
+        if (m_Drafts.size() == Limits::adaptedRules) {
+            return {FindingKind::TooLarge, "is beyond what the core reads"};
         }
         json::object missing = m_Terms.ToJson({*source, Property::CurrentValue, Comparison::Equal, {}});
         missing["MapTerms"] = "OR";
@@ -445,6 +461,7 @@ private:
         terms.push_back(m_Terms.ToJson({*source, Property::CurrentValue, Comparison::NotEqual, {}}));
         m_Drafts.push_back({m_Model.Rules()[rule].Position, attribute, property,
                             OutcomeToJson(Plan(), rule, attribute, property), std::move(terms)});
+        return {};
     }
 
     /** The setting that can be asked whether it has a value: the target, or any other. */
@@ -462,7 +479,7 @@ private:
     /** What cannot be decided is true: nothing becomes changeable because it is not understood. */
     void Lock(std::size_t attribute, Property flag, const Failure& failure)
     {
-        WriteAlways(attribute, flag, failure.Rule);
+        MakeTrue(attribute, flag, failure.Rule);
         const std::string what = std::string(Name(flag)) + " of " + m_Model.Attributes()[attribute].Name;
         Report(attribute, failure, what + " is true in the adapted registry, whatever the values are");
         UndecidedFlag undecided{m_Model.Attributes()[attribute].Name,

@@ -455,6 +455,26 @@ TEST(AdaptedFlags, AreThoseThatRulesDoNotExplain)
     }
 }
 
+TEST(AdaptedRules, ThatAlwaysHoldAreLeftOutWhereNothingCanBeAsked)
+{
+    const std::vector<Term> always{{"A|B", "EQU", nullptr, "OR"}, {"A|B", "NEQ", nullptr}};
+    const std::pair<const char*, json::value> cases[] = {
+        {"ResetRequired", true}, {"ResetRequired", false}, {"LowerBound", 3}, {"DefaultValue", 4}, {"HelpText", "x"}};
+    for (const auto& [property, outcome] : cases) {
+        RegistryBuilder registry;
+        registry.Attribute("A|B", "Integer", {{"ResetRequired", outcome.is_bool() && !outcome.get_bool()}});
+        registry.Rule("A|B", property, outcome, always);
+        const World world(registry.Json());
+        EXPECT_THAT(RulesOf(world), IsEmpty()) << property;
+        EXPECT_THAT(world.Adapted.LeftOut, ElementsAre(0U)) << property;
+        EXPECT_EQ(AdaptedAttribute(world.Adapted).at("ResetRequired"), outcome == json::value(false)) << property;
+        ASSERT_EQ(world.Adapted.Findings.size(), 1U) << property;
+        EXPECT_EQ(world.Adapted.Findings[0].Found,
+                  "rule 0 always holds, and there is no setting that a formula could ask for that");
+        EXPECT_EQ(world.Adapted.Findings[0].Consequence, "the rule is left out");
+    }
+}
+
 TEST(AdaptedFlags, AreNotSetWhereARuleAlwaysTakesThemAway)
 {
     RegistryBuilder registry;
