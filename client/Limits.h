@@ -58,8 +58,10 @@ constexpr std::size_t cascadeEffects = 250'000;
 constexpr std::size_t quotedBytes = 600;
 constexpr std::size_t namedBytes = 100;
 
-/** Keys that an object has twice: those that are reported one by one, and the length of pointers to them. */
+/** Keys that an object has twice: those that are reported one by one. */
 constexpr std::size_t reportedRepeatedKeys = 100;
+
+/** Of the JSON Pointer of a finding, and of the name of the attribute that it is about. */
 constexpr std::size_t pointerBytes = 4'096;
 
 } // namespace RedfishConfig::Client::Limits

@@ -55,8 +55,13 @@ struct ChoicesInForce {
 };
 
 /**
- * The rules evaluated for the values of one system. All of it is computed when the values are given; every question
- * is a look-up then. Copies are cheap.
+ * The rules evaluated for the values of one system. The truth of all rules and the verdicts on all flags are computed
+ * when the values are given: TruthOf() and VerdictOn() are look-ups. RuleInForce() and DecidingRules() go through the
+ * rules for the property, and the functions below evaluate the conditions that they explain once more. A copy takes a
+ * byte for each rule and seven for each attribute; the model and the origins of the flags are shared.
+ *
+ * All values are of one model. The functions below that take values beside an evaluation are given those that it was
+ * made for: with others the answer would be made of both.
  *
  * A test is unknown when its source has no value: not reported, null, a password, or a name that the registry does not
  * define. "EQU null" asks whether there is none. Conditions are evaluated by Kleene's three-valued logic.
@@ -71,7 +76,7 @@ public:
     /** The registry came with the same values. */
     explicit Evaluation(const SystemValues& now);
 
-    /** @param then the values that the registry came with */
+    /** @param then the values that the registry came with, of the same model */
     Evaluation(const SystemValues& now, const SystemValues& then);
 
     /** For other values, with the flags as they were found; @p now has the same model. */

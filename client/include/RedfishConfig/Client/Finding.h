@@ -89,11 +89,14 @@ struct Finding {
     Severity Level = Severity::Note;
     FindingKind Kind = FindingKind::WrongKind;
     Document In = Document::Registry;
-    /** JSON Pointer into the document as it was given; empty for the whole document. At most 4,096 bytes of it. */
+    /**
+     * JSON Pointer into the document as it was given; empty for the whole document. Where it would have more than 4,096
+     * bytes it is that of the nearest object or array around the place that has a shorter one.
+     */
     std::string Pointer;
     std::string Found;
     std::string Consequence;
-    std::string Attribute;           ///< the name of the attribute that it is about; empty for none, or for several
+    std::string Attribute; ///< that it is about; empty for none, for several, and for a name of more than 4,096 bytes
     std::optional<std::size_t> Rule; ///< the position in "Dependencies" of the rule that it is about
 };
 

@@ -36,8 +36,10 @@ namespace RedfishConfig::Client {
  * attributes together make always true, and conditions that become more than 8,192 terms, or fewer where a registry has
  * a great many of these. So what is reported is certain, and what is not reported is not proven.
  *
- * One shortest cycle is reported for each group of attributes that depend on each other, with the size of the group.
- * Takes time in proportion to the registry, but for logarithms.
+ * A cycle is reported for each attribute that depends on itself, and one for each group of attributes that depend on
+ * each other: the shortest through the first of them, though there may be shorter ones, with the size of the group. A
+ * group that is reported for a ValueCycle is not reported for a RuleCycle. Takes time in proportion to the registry,
+ * but for logarithms.
  */
 REDFISHCONFIG_EXPORT std::vector<Finding> LintRegistry(const Model& model);
 

@@ -41,9 +41,8 @@ struct IndexRange {
 /** What became of the published rules of one form. */
 struct RuleCount {
     std::size_t Published = 0;
-    std::size_t Read = 0; ///< in Model::Rules()
-    std::size_t LeftOut =
-        0; ///< without a target or property that exists, or an outcome that it can have; with a finding
+    std::size_t Read = 0;    ///< in Model::Rules()
+    std::size_t LeftOut = 0; ///< those that Model leaves out; with a finding
 };
 
 /**
@@ -53,7 +52,8 @@ struct RuleCount {
  * An attribute whose name differs from an earlier one in the case of letters alone is left out, with a finding, as are
  * those without a name. A rule is left out, with a finding, when its target is neither an attribute nor a menu, its
  * property is none of an attribute (or, on a menu, one of a single setting), or its outcome is none that the property
- * can have. A rule with terms that have no meaning stays: these terms are never known.
+ * can have. A rule that gives CurrentValue or DefaultValue a value of another type than the attribute's stays as it is.
+ * So does one with terms that have no meaning: these terms are never known.
  *
  * May be read by several threads.
  */
