@@ -17,8 +17,8 @@ using Client::Severity;
 namespace {
 
 /** Warnings that say nothing about any setting, or are reported in another way. */
-constexpr std::array withoutEffect{FindingKind::UnknownTarget, FindingKind::MenuTarget, FindingKind::NeverHolds,
-                                   FindingKind::UnknownType, FindingKind::UnusableValue};
+constexpr std::array withoutEffect{FindingKind::UnknownTarget, FindingKind::MenuTarget, FindingKind::UnknownType,
+                                   FindingKind::UnusableValue};
 
 bool IsGzip(const std::string& text)
 {

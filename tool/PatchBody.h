@@ -24,7 +24,6 @@ public:
     std::string Add(const Setting& setting, const std::string& patchText);
 
     bool Empty() const { return m_Attributes.empty(); }
-    std::size_t Size() const { return m_Attributes.size(); }
 
     /** The value added for a setting, or null. */
     const boost::json::value* Find(const Setting& setting) const { return m_Attributes.if_contains(setting.Name()); }

@@ -2,6 +2,8 @@
 
 #include "Text.h"
 
+#include <RedfishConfig/Client/Value.h>
+
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 #include <boost/json/serialize.hpp>
@@ -14,7 +16,7 @@ namespace RedfishConfigTool {
 
 namespace json = boost::json;
 
-const std::string passwordMask = "********";
+const std::string passwordMask = RedfishConfig::Client::passwordMask;
 
 namespace {
 

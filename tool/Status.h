@@ -1,5 +1,7 @@
 #pragma once
 
+#include <RedfishConfig/Client/Attribute.h>
+
 #include <boost/json/object.hpp>
 
 #include <array>
@@ -9,6 +11,9 @@
 #include <vector>
 
 namespace RedfishConfigTool {
+
+using RedfishConfig::Client::Property;
+using RedfishConfig::Client::WordFor;
 
 /** The dynamic properties of a setting, in the order in which they are shown. */
 enum class StatusRow : std::uint8_t { Hidden, GrayOut, ReadOnly, WriteOnly, Protected, Immutable, SystemUnique };
@@ -26,13 +31,13 @@ struct ShownProperty {
 
 /** Row N is StatusRow N. */
 inline constexpr std::array<ShownProperty, statusRows> shownProperties{{
-    {StatusRow::Hidden, "Hidden", "hidden", "hidden", true},
-    {StatusRow::GrayOut, "Grayed out", "grayOut", "grayed out", true},
-    {StatusRow::ReadOnly, "Read-only", "readOnly", "read-only", true},
-    {StatusRow::WriteOnly, "Write-only", "writeOnly", "write-only", true},
+    {StatusRow::Hidden, "Hidden", "hidden", WordFor(Property::Hidden), true},
+    {StatusRow::GrayOut, "Grayed out", "grayOut", WordFor(Property::GrayOut), true},
+    {StatusRow::ReadOnly, "Read-only", "readOnly", WordFor(Property::ReadOnly), true},
+    {StatusRow::WriteOnly, "Write-only", "writeOnly", WordFor(Property::WriteOnly), true},
     {StatusRow::Protected, "Protected", "protected", "protected", true},
-    {StatusRow::Immutable, "Immutable", "immutable", "immutable", false},
-    {StatusRow::SystemUnique, "System-unique", "systemUnique", "system-unique", false},
+    {StatusRow::Immutable, "Immutable", "immutable", WordFor(Property::Immutable), false},
+    {StatusRow::SystemUnique, "System-unique", "systemUnique", WordFor(Property::IsSystemUniqueProperty), false},
 }};
 
 constexpr const ShownProperty& Shown(StatusRow row)

@@ -12,14 +12,6 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-/** What is said of a setting whose flag is true. */
-const char* WordFor(Property flag)
-{
-    constexpr const char* words[] = {"read-only",     "write-only",        "hidden", "grayed out", "immutable",
-                                     "system-unique", "in need of a reset"};
-    return words[static_cast<std::size_t>(flag)];
-}
-
 std::string Shown(const Value& value)
 {
     const std::string text = ToText(value);

@@ -162,9 +162,6 @@ template <class Key>
 void KeyedObject<Key>::ReportKeys(const std::string& pointer, Findings& findings) const
 {
     constexpr KeyTable table = TableOf(Key());
-    if (!m_HasRenamedKeys) {
-        return;
-    }
     for (const JsonMember& member : m_Object) {
         const std::size_t key = FindKey(table, member.Key);
         if (key != table.Count && m_Members[key] == member.Value && table.Names[key] != member.Key) {

@@ -2,6 +2,7 @@
 
 #include <RedfishConfig/Client/Cascade.h>
 
+#include "../Limits.h"
 #include "../intake/Findings.h"
 #include "../intake/Quote.h"
 
@@ -18,7 +19,7 @@ namespace {
 std::string Given(const Outcome& outcome)
 {
     const auto* value = std::get_if<Value>(&outcome);
-    return Cut(ToQuotedText(value != nullptr ? *value : Value()), 100);
+    return Cut(ToQuotedText(value != nullptr ? *value : Value()), Limits::namedBytes);
 }
 
 /** Finds what does not fit between the rules in force and the values of a system. */
@@ -96,7 +97,7 @@ private:
         for (std::size_t choice = 0; choice < inForce.Choices.size(); ++choice) {
             if (value == Value(inForce.Choices[choice].Name) && !inForce.Allowed[choice]) {
                 m_Findings.Add(Severity::Warning, FindingKind::ValueNotAllowed, m_Model.PointerToRule(first),
-                               ShortName(NameOf(attribute)) + " is " + Cut(ToQuotedText(value), 100) +
+                               ShortName(NameOf(attribute)) + " is " + Cut(ToQuotedText(value), Limits::namedBytes) +
                                    ", a choice that is not left by " + Positions(inForce.Rules),
                                "the setting has the value all the same, and could not be set back to it");
             }
@@ -153,7 +154,7 @@ private:
         m_Findings.About(NameOf(deviation.Attribute), m_Model.Rules()[deviation.Rule].Position);
         m_Findings.Add(Severity::Note, FindingKind::DifferentFromRule, m_Model.PointerToRule(deviation.Rule),
                        ShortName(NameOf(deviation.Attribute)) + " is " +
-                           Cut(ToQuotedText(m_Now.ValueOf(deviation.Attribute)), 100) + ", and rule " +
+                           Cut(ToQuotedText(m_Now.ValueOf(deviation.Attribute)), Limits::namedBytes) + ", and rule " +
                            Position(deviation.Rule) + ", which holds, gives it " + Given(deviation.Given),
                        "nothing corrects it: the rule acts when something changes");
     }

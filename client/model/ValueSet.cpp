@@ -145,7 +145,7 @@ ValueSet OfType(const Model& model, std::size_t index)
 std::string ItemText(const std::string& text)
 {
     const bool isWord = !text.empty() && text.find_first_of(" \t\r\n\",") == std::string::npos;
-    return Cut(isWord ? text : ToQuotedText(text), 100);
+    return Cut(isWord ? text : ToQuotedText(text), Limits::namedBytes);
 }
 
 std::string ItemText(const Interval& interval)

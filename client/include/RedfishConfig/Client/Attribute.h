@@ -60,6 +60,14 @@ REDFISHCONFIG_EXPORT std::string_view Name(Property property);
 /** The property of that name in any letter case. */
 REDFISHCONFIG_EXPORT std::optional<Property> FindProperty(std::string_view name);
 
+/** What is said of a setting whose flag is true: "read-only". @param flag one for which IsFlag() holds */
+constexpr const char* WordFor(Property flag)
+{
+    constexpr const char* words[flagCount] = {"read-only",     "write-only",        "hidden", "grayed out", "immutable",
+                                              "system-unique", "in need of a reset"};
+    return words[static_cast<std::size_t>(flag)];
+}
+
 /** Flags, a bit each. */
 class FlagSet {
 public:
