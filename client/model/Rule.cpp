@@ -37,15 +37,45 @@ std::string TestText(const Test& test)
     return text.append(" ").append(Sign(test.Compare)).append(" ") + OperandText(test.Operand);
 }
 
-std::string JoinedText(const Condition& condition, const char* word)
+void AppendText(const Condition& condition, std::string& text);
+
+void AppendJoined(const Condition& condition, const char* word, std::string& text)
 {
-    std::string text;
+    bool isFirst = true;
     for (const Condition& part : condition.Parts) {
         const bool isJoined = part.What == Condition::Kind::All || part.What == Condition::Kind::Any;
-        text.append(text.empty() ? "" : word);
-        text += isJoined ? "(" + ToText(part) + ")" : ToText(part);
+        text.append(isFirst ? "" : word).append(isJoined ? "(" : "");
+        AppendText(part, text);
+        text.append(isJoined ? ")" : "");
+        isFirst = false;
     }
-    return text;
+}
+
+/** Writes all levels into one text: conditions are nested deeply. */
+void AppendText(const Condition& condition, std::string& text)
+{
+    switch (condition.What) {
+    case Condition::Kind::All:
+        AppendJoined(condition, " and ", text);
+        return;
+    case Condition::Kind::Any:
+        AppendJoined(condition, " or ", text);
+        return;
+    case Condition::Kind::Not:
+        text += "not (";
+        AppendText(condition.Parts.front(), text);
+        text += ")";
+        return;
+    case Condition::Kind::Test:
+        text += TestText(condition.Asked);
+        return;
+    case Condition::Kind::Ignored:
+        text += "(about the controller)";
+        return;
+    case Condition::Kind::Unknown:
+        break;
+    }
+    text.append("unknown (").append(condition.Cause).append(")");
 }
 
 std::string OutcomeText(const Outcome& outcome)
@@ -91,21 +121,9 @@ bool GivesTrue(const Rule& rule)
 
 std::string ToText(const Condition& condition)
 {
-    switch (condition.What) {
-    case Condition::Kind::All:
-        return JoinedText(condition, " and ");
-    case Condition::Kind::Any:
-        return JoinedText(condition, " or ");
-    case Condition::Kind::Not:
-        return "not (" + ToText(condition.Parts.front()) + ")";
-    case Condition::Kind::Test:
-        return TestText(condition.Asked);
-    case Condition::Kind::Ignored:
-        return "(about the controller)";
-    case Condition::Kind::Unknown:
-        break;
-    }
-    return "unknown (" + condition.Cause + ")";
+    std::string text;
+    AppendText(condition, text);
+    return text;
 }
 
 std::string ToText(const Rule& rule)
