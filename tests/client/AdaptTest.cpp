@@ -112,23 +112,10 @@ public:
 
 // The facts, each with what matters to it alone.
 
-RegistryBuilder Builder()
-{
-    RegistryBuilder registry;
-    registry.Attribute(
-        "Mode", "Enumeration",
-        {{"Value", {RegistryBuilder::Choice("Uefi", "UEFI Mode"), RegistryBuilder::Choice("Legacy", "Legacy Mode")}}});
-    registry.Attribute("Level", "Integer", {{"LowerBound", 0}, {"UpperBound", 9}});
-    registry.Attribute("Switch", "Boolean");
-    registry.Attribute("Text", "String");
-    registry.Attribute("Key", "Password");
-    return registry;
-}
-
 /** One rule for T.ReadOnly with these terms. */
 World OneRule(const std::vector<Term>& terms, const SettingValueMap& values = {})
 {
-    RegistryBuilder registry = Builder();
+    RegistryBuilder registry = OneOfEachType();
     registry.Attribute("T", "Boolean");
     registry.Rule("T", "ReadOnly", true, terms);
     return World(registry.Json(), values);
@@ -792,7 +779,7 @@ TEST(UndecidedFlags, AreNoneWhereTheRulesDoNotMatter)
 
 TEST(AdaptedFindings, TellNoPassword)
 {
-    RegistryBuilder registry = Builder();
+    RegistryBuilder registry = OneOfEachType();
     registry.Attribute("T", "Boolean");
     registry.Rule("T", "ReadOnly", true, {{"Key", "EQU", "hunter2"}, {"Text", "EQU", "a(b", "AND"}});
     registry.Rule("T", "Hidden", true, {{"Text", "EQU", "a(b"}, {"Key", "NEQ", "hunter2", "OR"}});
@@ -807,7 +794,7 @@ TEST(AdaptedFindings, TellNoPassword)
 
 TEST(AdaptedRules, ForOtherPropertiesStandAlone)
 {
-    RegistryBuilder registry = Builder();
+    RegistryBuilder registry = OneOfEachType();
     registry.Rule("Mode", "CurrentValue", "Legacy Mode", {{"Level", "EQU", 2}});
     registry.Rule("Mode", "CurrentValue", "Uefi", {{"Level", "EQU", 1}});
     registry.Rule("Level", "UpperBound", "5", {{"Mode", "NEQ", "Uefi"}});
@@ -1105,7 +1092,7 @@ TEST(AdaptedAttributes, ThatAreUndecidedNameChoicesAsMostOthersDo)
 
 TEST(AdaptedValues, AreOfTheirAttributesTypesUnderTheirOwnNames)
 {
-    RegistryBuilder registry = Builder();
+    RegistryBuilder registry = OneOfEachType();
     const World world(registry.Json(), {{"LEVEL", Text("5")},
                                         {"Mode", Text("Uefi")},
                                         {"Key", std::int64_t{5}},
@@ -1120,7 +1107,7 @@ TEST(AdaptedValues, AreOfTheirAttributesTypesUnderTheirOwnNames)
 
 TEST(AdaptedValues, OfAModelAreThoseOfItsAttributes)
 {
-    const RegistryDocument document = ReadRegistryDocument(Builder().Text());
+    const RegistryDocument document = ReadRegistryDocument(OneOfEachType().Text());
     const SystemValues values(Model::Read(document), World::DocumentOf({{"LEVEL", Text("5")}, {"Other", true}}));
     const Adaptation adapted = Adapt(values);
     EXPECT_EQ(adapted.Values, (SettingValueMap{{"Level", std::int64_t{5}}}));
@@ -1155,7 +1142,7 @@ TEST(AdaptedRegistry, GetsTheEntriesThatItLacks)
 
 TEST(PlainRegistry, JudgesValuesAlone)
 {
-    RegistryBuilder registry = Builder();
+    RegistryBuilder registry = OneOfEachType();
     json::object bounds = Bounds(0, 9);
     bounds["ReadOnly"] = true;
     bounds["CurrentValue"] = 3;

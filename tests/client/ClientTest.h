@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/RegistryBuilder.h"
+
 #include <RedfishConfig/Client/Client.h>
 #include <RedfishConfig/RedfishConfig.h>
 
@@ -22,6 +24,21 @@ namespace ClientTest {
 namespace json = boost::json;
 using namespace RedfishConfig;
 using namespace RedfishConfig::Client;
+
+/** Mode, Level, Switch, Text and Key: an attribute of each type. */
+inline RegistryTest::RegistryBuilder OneOfEachType()
+{
+    using RegistryTest::RegistryBuilder;
+    RegistryBuilder registry;
+    registry.Attribute(
+        "Mode", "Enumeration",
+        {{"Value", {RegistryBuilder::Choice("Uefi", "UEFI Mode"), RegistryBuilder::Choice("Legacy", "Legacy Mode")}}});
+    registry.Attribute("Level", "Integer", {{"LowerBound", 0}, {"UpperBound", 9}});
+    registry.Attribute("Switch", "Boolean");
+    registry.Attribute("Text", "String");
+    registry.Attribute("Key", "Password");
+    return registry;
+}
 
 inline Adaptation AdaptRegistry(const json::value& registry, const SettingValueMap& values = {})
 {

@@ -18,16 +18,7 @@ constexpr std::size_t positionOfTarget = 5; // among the attributes of Builder()
 
 RegistryBuilder Builder()
 {
-    RegistryBuilder registry;
-    registry.Attribute(
-        "Mode", "Enumeration",
-        {{"Value", {RegistryBuilder::Choice("Uefi", "UEFI Mode"), RegistryBuilder::Choice("Legacy", "Legacy Mode")}}});
-    registry.Attribute("Level", "Integer", {{"LowerBound", 0}, {"UpperBound", 9}});
-    registry.Attribute("Switch", "Boolean");
-    registry.Attribute("Text", "String");
-    registry.Attribute("Key", "Password");
-    registry.Attribute("Target", "Boolean");
-    return registry;
+    return OneOfEachType().Attribute("Target", "Boolean");
 }
 
 /** The model of Builder() and one rule, which is true when Mode is Uefi. */
