@@ -144,6 +144,17 @@ std::string MisspeltCommand(const CLI::App& app)
     return "";
 }
 
+/** A complaint without the values of NAME=VALUE arguments, each of which may be a password. */
+std::string WithoutValues(std::string complaint, const std::vector<std::string>& arguments)
+{
+    for (const std::string& argument : arguments) {
+        if (argument.find('=') != std::string::npos) {
+            complaint = ReplaceAll(std::move(complaint), argument, WithoutValue(argument));
+        }
+    }
+    return complaint;
+}
+
 std::string UsageComplaint(const CLI::App& app, const CLI::ParseError& error)
 {
     const std::string command = MisspeltCommand(app);
@@ -151,6 +162,9 @@ std::string UsageComplaint(const CLI::App& app, const CLI::ParseError& error)
         return app.get_subcommands().empty() && error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError)
                    ? "give a command"
                    : error.what();
+    }
+    if (command.find('=') != std::string::npos) {
+        return "give a command before " + command + ", such as set";
     }
     std::vector<std::string> names;
     std::transform(commands.begin(), commands.end(), std::back_inserter(names),
@@ -185,6 +199,7 @@ std::optional<ExitCode> Parse(std::vector<std::string> arguments, Request& reque
     app.footer(generalExamples);
     app.fallthrough(); // before the commands, which take it over: the shared options may stand behind a command
     AddCommands(app, request);
+    const std::vector<std::string> given = arguments;
     try {
         std::reverse(arguments.begin(), arguments.end()); // as the parser wants them
         app.parse(std::move(arguments));
@@ -192,9 +207,9 @@ std::optional<ExitCode> Parse(std::vector<std::string> arguments, Request& reque
         app.exit(asked, out, err);
         return ExitCode::Answered;
     } catch (const CLI::ParseError& error) {
-        return WrongUsage(err, UsageComplaint(app, error));
+        return WrongUsage(err, WithoutValues(UsageComplaint(app, error), given));
     } catch (const UsageError& error) {
-        return WrongUsage(err, error.what());
+        return WrongUsage(err, WithoutValues(error.what(), given));
     }
     if (request.AsPublished && std::holds_alternative<DocumentsRunner>(request.Run)) {
         return WrongUsage(err, "--as-published does not go with this command");

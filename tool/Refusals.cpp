@@ -14,16 +14,28 @@ namespace RedfishConfigTool {
 
 namespace {
 
+bool IsNotFound(const Answer& answer)
+{
+    return answer.Result == RedfishConfig::RESULT_SETTING_NOT_FOUND;
+}
+
+/** A text about an answer; what is not found may be NAME=VALUE that was given to a command for names. */
+std::string Shown(std::string text, const Answer& answer)
+{
+    const bool hasValue = IsNotFound(answer) && answer.Name.find('=') != std::string::npos;
+    return hasValue ? ReplaceAll(std::move(text), answer.Name, WithoutValue(answer.Name)) : text;
+}
+
 std::vector<std::string> Suggestions(const Answer& answer, const System& system)
 {
-    if (answer.Result != RedfishConfig::RESULT_SETTING_NOT_FOUND) {
+    if (!IsNotFound(answer)) {
         return {};
     }
     std::vector<std::string> names;
     for (const Setting& setting : system.Settings()) {
         names.push_back(setting.Name());
     }
-    return NearestNames(answer.Name, names);
+    return NearestNames(answer.Name.substr(0, answer.Name.find('=')), names);
 }
 
 /** Whether a name is a word of the message: "Up" is none of "UpperBound". */
@@ -71,7 +83,8 @@ void ComplainOfEach(const std::vector<Answer>& answers, const System& system, Ou
 {
     for (const Answer& answer : answers) {
         if (!answer.Ok()) {
-            output.Complain(Sentence(answer, system.TellsRules()) + DidYouMean(Suggestions(answer, system)));
+            output.Complain(Shown(Sentence(answer, system.TellsRules()), answer) +
+                            DidYouMean(Suggestions(answer, system)));
         }
     }
 }
@@ -130,10 +143,10 @@ boost::json::array RefusalsToJson(const std::vector<Answer>& answers, const Syst
     boost::json::array refusals;
     for (const Answer& answer : answers) {
         if (!answer.Ok()) {
-            boost::json::object refusal{{"name", answer.Name},
+            boost::json::object refusal{{"name", Shown(answer.Name, answer)},
                                         {"code", static_cast<int>(answer.Result)},
-                                        {"message", answer.Result.ErrorMsg()}};
-            if (answer.Result == RedfishConfig::RESULT_SETTING_NOT_FOUND) {
+                                        {"message", Shown(answer.Result.ErrorMsg(), answer)}};
+            if (IsNotFound(answer)) {
                 boost::json::array suggestions;
                 for (const std::string& name : Suggestions(answer, system)) {
                     suggestions.emplace_back(name);

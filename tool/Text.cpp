@@ -189,6 +189,12 @@ bool ContainsIgnoringCase(std::string_view text, std::string_view piece)
     return Fold(text).find(Fold(piece)) != std::string::npos;
 }
 
+std::string WithoutValue(const std::string& argument)
+{
+    const std::size_t sign = argument.find('=');
+    return sign == std::string::npos ? argument : argument.substr(0, sign + 1) + "...";
+}
+
 std::string Counted(std::size_t count, const std::string& noun)
 {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");

@@ -59,6 +59,9 @@ std::string Fold(std::string_view text);
 bool EqualsIgnoringCase(std::string_view left, std::string_view right);
 bool ContainsIgnoringCase(std::string_view text, std::string_view piece);
 
+/** "NAME=..." of NAME=VALUE, whose value may be a password; any other text as it is. */
+std::string WithoutValue(const std::string& argument);
+
 /** "1 setting", "2 settings". */
 std::string Counted(std::size_t count, const std::string& noun);
 
