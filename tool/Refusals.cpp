@@ -14,6 +14,9 @@ namespace RedfishConfigTool {
 
 namespace {
 
+/** So many names that are not found get suggestions, each of which is looked for among all names. */
+constexpr std::size_t mostSuggestions = 20;
+
 bool IsNotFound(const Answer& answer)
 {
     return answer.Result == RedfishConfig::RESULT_SETTING_NOT_FOUND;
@@ -26,11 +29,13 @@ std::string Shown(std::string text, const Answer& answer)
     return hasValue ? ReplaceAll(std::move(text), answer.Name, WithoutValue(answer.Name)) : text;
 }
 
-std::vector<std::string> Suggestions(const Answer& answer, const System& system)
+/** @param left how many names may still get suggestions */
+std::vector<std::string> Suggestions(const Answer& answer, const System& system, std::size_t& left)
 {
-    if (!IsNotFound(answer)) {
+    if (!IsNotFound(answer) || left == 0) {
         return {};
     }
+    --left;
     std::vector<std::string> names;
     for (const Setting& setting : system.Settings()) {
         names.push_back(setting.Name());
@@ -81,10 +86,11 @@ std::string JoinNames(const std::vector<const Answer*>& answers)
 
 void ComplainOfEach(const std::vector<Answer>& answers, const System& system, Output& output)
 {
+    std::size_t left = mostSuggestions;
     for (const Answer& answer : answers) {
         if (!answer.Ok()) {
             output.Complain(Shown(Sentence(answer, system.TellsRules()), answer) +
-                            DidYouMean(Suggestions(answer, system)));
+                            DidYouMean(Suggestions(answer, system, left)));
         }
     }
 }
@@ -141,6 +147,7 @@ void ComplainOfDoubts(const std::vector<Answer>& answers, Output& output)
 boost::json::array RefusalsToJson(const std::vector<Answer>& answers, const System& system)
 {
     boost::json::array refusals;
+    std::size_t left = mostSuggestions;
     for (const Answer& answer : answers) {
         if (!answer.Ok()) {
             boost::json::object refusal{{"name", Shown(answer.Name, answer)},
@@ -148,7 +155,7 @@ boost::json::array RefusalsToJson(const std::vector<Answer>& answers, const Syst
                                         {"message", Shown(answer.Result.ErrorMsg(), answer)}};
             if (IsNotFound(answer)) {
                 boost::json::array suggestions;
-                for (const std::string& name : Suggestions(answer, system)) {
+                for (const std::string& name : Suggestions(answer, system, left)) {
                     suggestions.emplace_back(name);
                 }
                 refusal["suggestions"] = std::move(suggestions);

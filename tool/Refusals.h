@@ -11,7 +11,7 @@
 
 namespace RedfishConfigTool {
 
-/** Complains about each answer that is a failure; a name that is not found gets the nearest ones. */
+/** Complains about each answer that is a failure; the first twenty names that are not found get the nearest ones. */
 void ComplainOfEach(const std::vector<Answer>& answers, const System& system, Output& output);
 
 /**
@@ -24,7 +24,10 @@ void ComplainByReason(const std::vector<Answer>& answers, const char* what, Outp
 /** Complains about properties that may forbid what was prepared, but are not known to; a line for each property. */
 void ComplainOfDoubts(const std::vector<Answer>& answers, Output& output);
 
-/** The failures as JSON: "name", "code", "message", and "suggestions" for a name that is not found. */
+/**
+ * The failures as JSON: "name", "code", "message", and "suggestions" for a name that is not found; after the first
+ * twenty such names they are empty.
+ */
 boost::json::array RefusalsToJson(const std::vector<Answer>& answers, const System& system);
 
 /** Answered when every answer is one. */

@@ -18,7 +18,10 @@ constexpr std::size_t mostSlips = 5;
 /** A shorter text is contained in too many names to tell anything. */
 constexpr std::size_t shortestPiece = 3;
 
-/** The number of slips between two texts; one that is more than @p limit may be reported as anything above it. */
+/**
+ * The number of slips between two texts; one that is more than @p limit may be reported as anything above it. Only
+ * beginnings whose lengths differ by no more than the limit can be so near.
+ */
 std::size_t CountSlips(const std::string& left, const std::string& right, std::size_t limit)
 {
     const std::size_t difference = left.size() > right.size() ? left.size() - right.size() : right.size() - left.size();
@@ -31,8 +34,13 @@ std::size_t CountSlips(const std::string& left, const std::string& right, std::s
         last[j] = j;
     }
     for (std::size_t i = 1; i <= left.size(); ++i) {
-        row[0] = i;
-        for (std::size_t j = 1; j <= right.size(); ++j) {
+        const std::size_t begin = i > limit ? i - limit : 1;
+        const std::size_t end = std::min(right.size(), i + limit);
+        row[begin - 1] = begin == 1 ? i : limit + 1;
+        if (end < right.size()) {
+            row[end + 1] = limit + 1;
+        }
+        for (std::size_t j = begin; j <= end; ++j) {
             const std::size_t wrong = left[i - 1] == right[j - 1] ? 0 : 1;
             row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + wrong});
             const bool changedRound = i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1];

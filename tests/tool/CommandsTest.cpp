@@ -296,6 +296,28 @@ TEST(Describe, KeepsToTheWidthOfTheTerminal)
     EXPECT_NE(Ask(system, RunDescribe, {{"A"}, false}, narrow).Answers.find("    one\n    two\n"), std::string::npos);
 }
 
+TEST(Get, TheFirstTwentyUnknownNamesGetSuggestions)
+{
+    TestSystem system(Small());
+    Selection selection;
+    for (char letter = 'a'; letter < 'a' + 25; ++letter) {
+        selection.Names.push_back(std::string("BootMode") + letter);
+    }
+    const Outcome outcome = Ask(system, RunGet, selection, AsJson());
+    const auto hasSuggestion = [](const std::string& line) {
+        return line.find("Did you mean BootMode?") != std::string::npos;
+    };
+    ASSERT_EQ(outcome.Complaints.size(), 25U);
+    EXPECT_TRUE(std::all_of(outcome.Complaints.begin(), outcome.Complaints.begin() + 20, hasSuggestion));
+    EXPECT_TRUE(std::none_of(outcome.Complaints.begin() + 20, outcome.Complaints.end(), hasSuggestion));
+    const boost::json::value json = outcome.Json();
+    const boost::json::array& refused = json.at("refused").as_array();
+    ASSERT_EQ(refused.size(), 25U);
+    for (std::size_t place = 0; place < refused.size(); ++place) {
+        EXPECT_EQ(refused[place].at("suggestions").as_array().empty(), place >= 20) << place;
+    }
+}
+
 TEST(Groups, ATreeWithTheNumberOfSettings)
 {
     TestSystem system(Small());
