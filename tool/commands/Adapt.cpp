@@ -148,11 +148,14 @@ void ComplainOfFindings(const std::string& file, const Client::Adaptation& adapt
         const std::string level(Client::Word(begin->Level));
         const std::string kind(Client::Word(begin->Kind));
         for (std::size_t told = 0; begin != end && told < mostNamed; ++told, ++begin) {
-            output.Complain(file + ": " + level + " " + kind + ": " + begin->Found + "; " + begin->Consequence);
+            std::string line = file;
+            line.append(": ").append(level).append(" ").append(kind).append(": ").append(begin->Found);
+            output.Complain(line.append("; ").append(begin->Consequence));
         }
         if (begin != end) {
-            output.Complain(file + ": " + Counted(static_cast<std::size_t>(end - begin), "more " + level) +
-                            " of the kind " + kind);
+            std::string line = file;
+            line.append(": ").append(Counted(static_cast<std::size_t>(end - begin), "more " + level));
+            output.Complain(line.append(" of the kind ").append(kind));
         }
         begin = end;
     }
