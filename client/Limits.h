@@ -15,6 +15,7 @@ constexpr std::size_t documentDepth = 32;          // of objects and lists in ea
 /** Where a registry or values are looked for in a document that wraps them. */
 constexpr std::size_t wrapperDepth = 4;
 constexpr std::size_t wrapperMembers = 1'000;
+constexpr std::size_t wrapperPointerBytes = 4'096; // of the keys around it
 
 /** Whether a rule of more terms holds is never known. */
 constexpr std::size_t termsOfRule = 1'000;

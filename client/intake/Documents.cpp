@@ -89,7 +89,10 @@ std::optional<Located> Locate(const JsonValue& root, Predicate isWanted)
             if (depth == Limits::wrapperDepth || visited > Limits::wrapperMembers) {
                 break;
             }
-            if (++visited <= Limits::wrapperMembers && (member.Value.IsObject() || member.Value.IsArray())) {
+            // the pointer is in each step, and in each finding about what is below
+            const bool hasShortPointer = pointer.size() + member.Key.size() <= Limits::wrapperPointerBytes;
+            if (++visited <= Limits::wrapperMembers && hasShortPointer &&
+                (member.Value.IsObject() || member.Value.IsArray())) {
                 steps.push_back({member.Value,
                                  value.IsObject() ? Member(pointer, member.Key) : Element(pointer, position),
                                  depth + 1});

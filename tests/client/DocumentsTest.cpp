@@ -99,6 +99,21 @@ TEST(RegistryDocumentReading, LooksFourLevelsDeepAndAtAThousandMembers)
     EXPECT_FALSE(ReadRegistryDocument(behind(1'000)).Usable());
 }
 
+TEST(RegistryDocumentReading, LooksBehindKeysOfFourThousandBytes)
+{
+    const auto below = [](std::size_t keyBytes) {
+        return ReadRegistryDocument("{\"" + std::string(keyBytes, 'k') + "\": " + registryText + "}");
+    };
+    EXPECT_EQ(below(4'096).Pointer, "/" + std::string(4'096, 'k') + "/RegistryEntries");
+    EXPECT_FALSE(below(4'097).Usable());
+    const std::string values = R"(": {"Attributes": {"A": 1}}})";
+    EXPECT_EQ(ReadValuesDocument("{\"" + std::string(4'096, 'k') + values).Values.count("A"), 1U);
+    EXPECT_EQ(ReadValuesDocument("{\"" + std::string(4'097, 'k') + values).Values.count("A"), 0U);
+    const std::string half(2'048, 'k'); // two of them and the slash before one are too many
+    EXPECT_TRUE(ReadRegistryDocument("{\"" + half + "\": " + registryText + "}").Usable());
+    EXPECT_FALSE(ReadRegistryDocument("{\"" + half + R"(": {")" + half + "\": " + registryText + "}}").Usable());
+}
+
 TEST(RegistryDocumentReading, TakesBareArraysAsEntries)
 {
     const RegistryDocument document = ReadRegistryDocument(R"({"Id": "R", "Attributes": [{}], "Dependencies": [1]})");

@@ -499,7 +499,8 @@ TEST(HostileNames, AreNotInEachFindingWhereTheyAreLong)
 {
     const std::string name(100'000, 'a');
     const std::string unnamed = R"({"RegistryEntries": {"Attributes": [{}, {}]}})";
-    const auto wrapped = Model::Read(ReadRegistryDocument(R"({"a/b": {")" + name + "\": " + unnamed + "}}"));
+    const std::string key(4'091, 'a');
+    const auto wrapped = Model::Read(ReadRegistryDocument(R"({"a/b": {")" + key + "\": " + unnamed + "}}"));
     ASSERT_EQ(wrapped->Findings().size(), 2U);
     EXPECT_EQ(wrapped->Findings()[0].Pointer, "/a~1b");
 

@@ -39,8 +39,8 @@ struct ValuesDocument {
 
 /**
  * Reads an attribute registry. The bytes are JSON in UTF-8, with or without a byte-order mark, or that in gzip form, up
- * to 256 MiB of text and 32 objects and lists in each other. The registry may lie inside other objects and lists, and
- * may lack the object "RegistryEntries" around its lists.
+ * to 256 MiB of text and 32 objects and lists in each other. The registry may lie inside other objects and lists, whose
+ * keys have 4,096 bytes at most, and may lack the object "RegistryEntries" around its lists.
  *
  * Never throws for what is in the bytes: a document that cannot be used is empty, with a finding of severity error.
  */
