@@ -59,6 +59,9 @@ constexpr std::size_t cascadeEffects = 250'000;
 constexpr std::size_t quotedBytes = 600;
 constexpr std::size_t namedBytes = 100;
 
+/** Findings of one severity and kind that are listed one by one: the others are counted. */
+constexpr std::size_t findingsOfKind = 1'000;
+
 /** Keys that an object has twice: those that are reported one by one. */
 constexpr std::size_t reportedRepeatedKeys = 100;
 

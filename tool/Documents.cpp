@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
+#include <map>
 #include <utility>
 
 namespace RedfishConfigTool {
@@ -122,12 +122,20 @@ std::vector<std::string> RemarksOn(const Documents& documents)
 {
     std::vector<std::string> remarks;
     for (const Finding& finding : documents.Published.Findings) {
-        if (finding.Kind == FindingKind::UnusableValue) {
+        if (finding.Kind == FindingKind::UnusableValue && finding.Unlisted > 0) {
+            remarks.push_back(documents.Files.Values + ": " + Counted(finding.Unlisted, "more value") +
+                              " cannot be used, and each counts as no value");
+        } else if (finding.Kind == FindingKind::UnusableValue) {
             remarks.push_back(documents.Files.Values + ": the value of " + finding.Attribute + " is " + finding.Found +
                               " and counts as no value");
         }
     }
     return remarks;
+}
+
+std::size_t NumberOf(const Finding& finding)
+{
+    return std::max(finding.Unlisted, std::size_t{1});
 }
 
 std::vector<Finding> FindingsOf(const Documents& documents)
@@ -140,14 +148,14 @@ std::vector<Finding> FindingsOf(const Documents& documents)
 
 namespace {
 
-std::string CountedLevels(const std::vector<Severity>& levels)
+using LevelCounts = std::map<Severity, std::size_t>;
+
+std::string CountedLevels(const LevelCounts& levels)
 {
     std::string counted;
     for (const Severity level : {Severity::Error, Severity::Warning, Severity::Note}) {
-        const auto count = std::count(levels.begin(), levels.end(), level);
-        if (count > 0) {
-            counted += (counted.empty() ? "" : ", ") +
-                       Counted(static_cast<std::size_t>(count), std::string(Client::Word(level)));
+        if (const auto found = levels.find(level); found != levels.end()) {
+            counted += (counted.empty() ? "" : ", ") + Counted(found->second, std::string(Client::Word(level)));
         }
     }
     return counted;
@@ -159,7 +167,7 @@ void AddDoubts(const std::vector<Finding>& findings, std::vector<Doubt>& doubts)
         const bool hasNoEffect =
             std::find(withoutEffect.begin(), withoutEffect.end(), finding.Kind) != withoutEffect.end();
         if (finding.Level == Severity::Error || (finding.Level == Severity::Warning && !hasNoEffect)) {
-            doubts.push_back({finding.Level, finding.In, finding.Attribute});
+            doubts.push_back({finding.Level, finding.In, finding.Attribute, NumberOf(finding)});
         }
     }
 }
@@ -168,9 +176,10 @@ void AddDoubts(const std::vector<Finding>& findings, std::vector<Doubt>& doubts)
 
 std::string CountedFindings(const std::vector<Finding>& findings)
 {
-    std::vector<Severity> levels;
-    std::transform(findings.begin(), findings.end(), std::back_inserter(levels),
-                   [](const Finding& finding) { return finding.Level; });
+    LevelCounts levels;
+    for (const Finding& finding : findings) {
+        levels[finding.Level] += NumberOf(finding);
+    }
     return CountedLevels(levels);
 }
 
@@ -187,10 +196,10 @@ std::string Summary(const DocumentFiles& files, const std::vector<Doubt>& doubts
 {
     std::string summary;
     for (const Client::Document document : {Client::Document::Registry, Client::Document::Values}) {
-        std::vector<Severity> levels;
+        LevelCounts levels;
         for (const Doubt& doubt : doubts) {
             if (doubt.In == document && (doubt.Setting.empty() || isAbout(doubt.Setting))) {
-                levels.push_back(doubt.Level);
+                levels[doubt.Level] += doubt.Count;
             }
         }
         if (!levels.empty()) {

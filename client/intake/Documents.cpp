@@ -29,10 +29,7 @@ void ReportRepeatedKeys(const RepeatedKeys& repeated, Findings& findings)
                      "the last one counts");
     }
     if (repeated.Count > repeated.Pointers.size()) {
-        findings.Add(Severity::Warning, FindingKind::RepeatedKey, "",
-                     std::to_string(repeated.Count - repeated.Pointers.size()) +
-                         " more keys that their objects have already",
-                     "of each the last one counts");
+        findings.AddUnlisted(Severity::Warning, FindingKind::RepeatedKey, repeated.Count - repeated.Pointers.size());
     }
 }
 

@@ -203,7 +203,6 @@ private:
     {
         const JsonValue list = m_Members[AttributeKey::Choices];
         if (list.IsArray()) {
-            m_Attribute.Choices.reserve(list.Size());
             std::size_t position = 0;
             for (const JsonMember& choice : list) {
                 ReadChoice(choice.Value, position++);
@@ -361,7 +360,6 @@ void RemoveRepeated(std::vector<Attribute>& attributes, const std::string& point
 std::vector<Attribute> ReadAttributes(const JsonValue& list, const std::string& pointer, Findings& findings)
 {
     std::vector<Attribute> attributes;
-    attributes.reserve(list.Size());
     KeyOrder keys, choiceKeys;
     std::size_t position = 0;
     for (const JsonMember& element : list) {

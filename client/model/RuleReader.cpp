@@ -53,16 +53,26 @@ public:
 
     ReadRules Run(const JsonValue& list)
     {
-        std::vector<Published> rules;
-        rules.reserve(list.Size());
+        std::vector<std::pair<std::size_t, Published>> withTerms; // by position; the others are found again
         FormSurvey survey;
+        std::size_t position = 0;
         for (const JsonMember& element : list) {
-            rules.emplace_back(element.Value, m_Orders);
-            survey.Add(rules.back().Terms);
+            Published rule(element.Value, m_Orders);
+            survey.Add(rule.Terms);
+            if (rule.HasTerms) {
+                withTerms.emplace_back(position, std::move(rule));
+            }
+            ++position;
         }
-        m_Read.Rules.reserve(rules.size());
-        for (std::size_t position = 0; position < rules.size(); ++position) {
-            ReadOne(rules[position], position, survey);
+        auto next = withTerms.cbegin();
+        position = 0;
+        for (const JsonMember& element : list) {
+            if (next != withTerms.cend() && next->first == position) {
+                ReadOne((next++)->second, position, survey);
+            } else {
+                ReadOne(Published(element.Value, m_Orders), position, survey);
+            }
+            ++position;
         }
         m_Findings.About("");
         return std::move(m_Read);

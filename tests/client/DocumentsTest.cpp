@@ -195,7 +195,8 @@ TEST(RegistryDocumentReading, ReportsRepeatedKeysAHundredOneByOne)
     ASSERT_EQ(findings.size(), 101U);
     EXPECT_EQ(findings[99].Pointer, "/x");
     EXPECT_EQ(findings[100].Pointer, "");
-    EXPECT_EQ(findings[100].Found, "3 more keys that their objects have already");
+    EXPECT_EQ(findings[100].Found, "3 more of this kind");
+    EXPECT_EQ(findings[100].Unlisted, 3U);
 }
 
 TEST(UnusableRegistryDocument, HasAnEmptyModel)

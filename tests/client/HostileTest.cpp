@@ -514,6 +514,79 @@ TEST(HostileNames, AreNotInEachFindingWhereTheyAreLong)
     }
 }
 
+/** A registry whose "Attributes" and "Dependencies" have an element so many times. */
+std::string WithElements(const std::string& element, std::size_t times)
+{
+    std::string list;
+    for (std::size_t number = 0; number < times; ++number) {
+        list += (number > 0 ? "," : "") + element;
+    }
+    return R"({"RegistryEntries": {"Attributes": [)" + list + R"(], "Dependencies": [)" + list + "]}}";
+}
+
+TEST(HostileElements, AreReportedAThousandOneByOne)
+{
+    const auto exact = Model::Read(ReadRegistryDocument(WithElements("{}", 1'000)));
+    EXPECT_EQ(exact->Findings().size(), 2'001U); // a rule has two: it has no target, and no terms
+    const auto model = Model::Read(ReadRegistryDocument(WithElements("{}", 100'000)));
+    const std::vector<Finding>& findings = model->Findings();
+    ASSERT_EQ(findings.size(), 2'002U);
+    EXPECT_EQ(findings[999].Pointer, "/RegistryEntries/Attributes/999");
+    EXPECT_EQ(findings[999].Unlisted, 0U);
+    const auto check = [](const Finding& counting, FindingKind kind, std::size_t count) {
+        EXPECT_EQ(counting.Level, Severity::Error);
+        EXPECT_EQ(counting.Kind, kind);
+        EXPECT_EQ(counting.Found, std::to_string(count) + " more of this kind");
+        EXPECT_EQ(counting.Unlisted, count);
+        EXPECT_EQ(counting.Pointer + counting.Attribute, "");
+        EXPECT_EQ(counting.Rule, std::nullopt);
+    };
+    check(findings[1'000], FindingKind::UnnamedAttribute, 99'000);
+    check(findings[2'001], FindingKind::UnusableRule, 199'000);
+}
+
+TEST(HostileElements, OfOneKindAreCountedBySeverity)
+{
+    std::string flags; // 1,500 that are left out, as many that are repaired
+    for (int number = 0; number < 1'500; ++number) {
+        const std::string name = std::to_string(number);
+        flags += (number > 0 ? "," : "") + (R"({"Type": "String", "AttributeName": "A)" + name) +
+                 R"(", "ReadOnly": "yes", "Hidden": "true"})";
+    }
+    const auto model = Model::Read(ReadRegistryDocument(R"({"RegistryEntries": {"Attributes": [)" + flags + "]}}"));
+    std::map<Severity, std::size_t> listed, unlisted;
+    for (const Finding& finding : model->Findings()) {
+        EXPECT_EQ(finding.Kind, FindingKind::WrongKind);
+        ++listed[finding.Level];
+        unlisted[finding.Level] += finding.Unlisted;
+    }
+    EXPECT_THAT(listed, ElementsAre(std::pair(Severity::Note, 1'001U), std::pair(Severity::Warning, 1'001U)));
+    EXPECT_THAT(unlisted, ElementsAre(std::pair(Severity::Note, 500U), std::pair(Severity::Warning, 500U)));
+}
+
+TEST(HostileElements, ThatAreLeftOutTakeNoRoom)
+{
+    for (const char* element : {"0", "{}", "null"}) {
+        const auto model = Model::Read(ReadRegistryDocument(WithElements(element, 100'000)));
+        EXPECT_EQ(model->Attributes().capacity(), 0U) << element;
+        EXPECT_EQ(model->Rules().capacity(), 0U) << element;
+        std::size_t bytes = 0;
+        for (const Finding& finding : model->Findings()) {
+            bytes += sizeof(finding) + finding.Pointer.capacity() + finding.Found.capacity();
+        }
+        EXPECT_LT(bytes, 2U << 20U) << element;
+    }
+}
+
+TEST(HostileNames, AreNotHeldByShortPointers)
+{
+    const std::string name(1'000'000, 'a');
+    const ValuesDocument values = ReadValuesDocument("{\"" + name + "\": []}");
+    ASSERT_EQ(values.Findings.size(), 1U);
+    EXPECT_EQ(values.Findings[0].Pointer, "");
+    EXPECT_LT(values.Findings[0].Pointer.capacity(), 5'000U);
+}
+
 TEST(HostileChoices, AreFoundOnceAmongManyMembers)
 {
     const auto reading = [](std::size_t members) {

@@ -1226,7 +1226,7 @@ TEST(RepeatedKeys, ManyAreCounted)
     }
     const RegistryDocument registry = ReadRegistryDocument(text + "}");
     ASSERT_EQ(registry.Findings.size(), 101U);
-    EXPECT_EQ(registry.Findings.back().Found, "49 more keys that their objects have already");
+    EXPECT_EQ(registry.Findings.back().Found, "49 more of this kind");
 }
 
 } // namespace

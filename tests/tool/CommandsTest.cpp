@@ -269,6 +269,49 @@ TEST(Choices, ALineFeedOfTheRegistryBeginsNoLine)
                                                                     "B: String Pattern=a\\n\\tb\n");
 }
 
+TEST(Lint, CountsWhatItDoesNotList)
+{
+    RegistryBuilder registry;
+    RedfishConfig::SettingValueMap values;
+    for (int number = 0; number < 1'007; ++number) {
+        registry.Attribute("A" + std::to_string(number), "String", {{"ReadOnly", "yes"}});
+        values["A" + std::to_string(number)] = 1;
+    }
+    const Documents documents = DocumentsFrom(registry.Json(), values);
+    const auto lint = [&](bool isJson) {
+        std::ostringstream answers;
+        Presentation presentation;
+        presentation.Json = isJson;
+        Output output(answers, presentation);
+        EXPECT_EQ(RunLint(documents, output), ExitCode::Answered);
+        return answers.str();
+    };
+    const std::string text = lint(false);
+    EXPECT_NE(text.find("warning wrong-kind: 1007\n"), std::string::npos);
+    EXPECT_NE(text.find("\n    7 more of this kind; only their number is reported\n"), std::string::npos);
+    EXPECT_NE(text.find("\n1007 warnings, 1007 notes\n"), std::string::npos) << text.substr(text.size() - 100);
+    const boost::json::value json = boost::json::parse(lint(true));
+    EXPECT_EQ(json.at("counts").at("warning").to_number<int>(), 1'007);
+    EXPECT_EQ(json.at("findings").as_array().size(), 2'002U);
+    EXPECT_EQ(Summary("r.json", DoubtsAbout(documents), [](const std::string&) { return true; }),
+              "r.json: 1007 warnings; redfishconfig lint tells them");
+}
+
+TEST(Remarks, CountTheValuesThatAreNotListed)
+{
+    std::string values;
+    for (int number = 0; number < 1'002; ++number) {
+        values += (number > 0 ? "," : "") + ("\"A" + std::to_string(number)) + "\": []";
+    }
+    Documents documents = DocumentsFrom(RegistryBuilder().Json(), {});
+    documents.Files.Values = "v.json";
+    documents.Published = RedfishConfig::Client::ReadValuesDocument("{" + values + "}");
+    const std::vector<std::string> remarks = RemarksOn(documents);
+    ASSERT_EQ(remarks.size(), 1'001U);
+    EXPECT_EQ(remarks.front(), "v.json: the value of A0 is a list and counts as no value");
+    EXPECT_EQ(remarks.back(), "v.json: 2 more values cannot be used, and each counts as no value");
+}
+
 TEST(Describe, WrapsAndIndents)
 {
     TestSystem system(Small());

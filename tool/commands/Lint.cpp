@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -65,7 +66,10 @@ void Print(const std::vector<Finding>& findings, Output& output)
                                           [&](const Finding& finding) { return IsOfOneGroup(*begin, finding); });
         const std::string heading =
             std::string(Client::Word(begin->Level)) + " " + std::string(Client::Word(begin->Kind));
-        output.Answers() << output.Paint().Heading(heading) << ": " << (end - begin) << '\n';
+        const std::size_t count =
+            std::accumulate(begin, end, std::size_t{0},
+                            [](std::size_t sum, const Finding& finding) { return sum + NumberOf(finding); });
+        output.Answers() << output.Paint().Heading(heading) << ": " << count << '\n';
         for (; begin != end; ++begin) {
             PrintFinding(*begin, output);
         }
@@ -95,8 +99,11 @@ json::object ToJson(const std::vector<Finding>& findings, const std::map<Client:
     }
     json::object counts;
     for (const Severity level : {Severity::Error, Severity::Warning, Severity::Note}) {
-        counts[Client::Word(level)] = std::count_if(findings.begin(), findings.end(),
-                                                    [&](const Finding& finding) { return finding.Level == level; });
+        std::size_t count = 0;
+        for (const Finding& finding : findings) {
+            count += finding.Level == level ? NumberOf(finding) : 0;
+        }
+        counts[Client::Word(level)] = count;
     }
     json::array list;
     list.reserve(findings.size());

@@ -85,6 +85,7 @@ enum class FindingKind {
 /** All kinds, in the order of FindingKind. */
 REDFISHCONFIG_EXPORT const std::vector<FindingKind>& FindingKinds();
 
+/** Of one severity and kind the first 1,000 that are found in a document are listed; one more counts the others. */
 struct Finding {
     Severity Level = Severity::Note;
     FindingKind Kind = FindingKind::WrongKind;
@@ -98,6 +99,7 @@ struct Finding {
     std::string Consequence;
     std::string Attribute; ///< that it is about; empty for none, for several, and for a name of more than 4,096 bytes
     std::optional<std::size_t> Rule; ///< the position in "Dependencies" of the rule that it is about
+    std::size_t Unlisted = 0;        ///< of the one that counts others: how many; else 0
 };
 
 /** "note", "warning", "error". */
