@@ -13,7 +13,7 @@ namespace {
 /** Whether nobody but the registry decides the flag of the attribute. A formula may ask for it then. */
 bool IsPlainFlag(std::size_t attribute, Property flag, const Model& model)
 {
-    return model.RulesFor(attribute, flag).empty() &&
+    return model.RulesFor(attribute, flag).empty() && model.IsComplete(attribute, flag) &&
            model.FlagsOf(attribute).Has(flag) == model.Attributes()[attribute].Flags.Has(flag);
 }
 

@@ -121,6 +121,11 @@ public:
 private:
     void WriteFlag(std::size_t attribute, Property flag)
     {
+        if (!m_Model.IsComplete(attribute, flag)) {
+            SetFlag(attribute, flag, true);
+            ReportUndecided(attribute, flag, "Its menus have more rules and flags than can be kept.");
+            return;
+        }
         const IndexRange rules = m_Model.RulesFor(attribute, flag);
         if (rules.empty()) {
             SetFlag(attribute, flag, m_Model.FlagsOf(attribute).Has(flag));
@@ -482,11 +487,14 @@ private:
         MakeTrue(attribute, flag, failure.Rule);
         const std::string what = std::string(Name(flag)) + " of " + m_Model.Attributes()[attribute].Name;
         Report(attribute, failure, what + " is true in the adapted registry, whatever the values are");
-        UndecidedFlag undecided{m_Model.Attributes()[attribute].Name,
-                                flag,
-                                "Rule " + std::to_string(m_Model.Rules()[failure.Rule].Position) + " " +
-                                    failure.Reason.Why + ".",
-                                {}};
+        ReportUndecided(attribute, flag,
+                        "Rule " + std::to_string(m_Model.Rules()[failure.Rule].Position) + " " + failure.Reason.Why +
+                            ".");
+    }
+
+    void ReportUndecided(std::size_t attribute, Property flag, std::string why)
+    {
+        UndecidedFlag undecided{m_Model.Attributes()[attribute].Name, flag, std::move(why), {}};
         for (const std::size_t rule : m_Model.RulesFor(attribute, flag)) {
             undecided.Rules.push_back(m_Model.Rules()[rule].Position);
             m_IsLeftOut[rule] = true;

@@ -26,7 +26,7 @@ struct Evaluation::Flags {
         Property Flag;
         FlagOrigin Origin;
     };
-    std::vector<Pair> Ruled;                ///< that rules decide
+    std::vector<Pair> Ruled;                ///< that rules decide, or that are not complete
     std::vector<std::uint8_t> WithoutRules; ///< verdicts by attribute and flag, as the flags alone give them
 };
 
@@ -64,7 +64,7 @@ std::shared_ptr<const Evaluation::Flags> Evaluation::FindFlags() const
             if (own.Has(flag)) {
                 flags->WithoutRules[attribute * flagCount + number] = isTrue | isMarked;
             }
-            if (!m_Model->RulesFor(attribute, flag).empty()) {
+            if (!m_Model->RulesFor(attribute, flag).empty() || !m_Model->IsComplete(attribute, flag)) {
                 const FlagOrigin origin = own.Has(flag) ? OriginByRules(attribute, flag, ofMenus) : FlagOrigin::NotSet;
                 flags->Ruled.push_back({static_cast<std::uint32_t>(attribute), flag, origin});
             }
@@ -140,9 +140,9 @@ void Evaluation::DecideAll()
 
 Verdict Evaluation::Decide(std::size_t attribute, Property flag, FlagOrigin origin) const
 {
-    bool anyUnknown = false;
-    bool unknownGivesTrue = false;
-    bool unknownGivesFalse = false;
+    bool anyUnknown = !m_Model->IsComplete(attribute, flag); // what is left out may come first and say anything
+    bool unknownGivesTrue = anyUnknown;
+    bool unknownGivesFalse = anyUnknown;
     for (const std::size_t rule : m_Model->RulesFor(attribute, flag)) {
         if (m_Rules[rule] == Truth::False) {
             continue;

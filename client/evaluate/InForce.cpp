@@ -108,6 +108,7 @@ ChoicesInForce ChoicesOf(const Evaluation& evaluation, const SystemValues& now, 
     const std::vector<Choice>& published = now.Of().Attributes()[attribute].Choices;
     ChoiceCount count(now, attribute);
     ChoicesInForce inForce;
+    inForce.Certain = evaluation.Of().IsComplete(attribute, Property::Choices);
     for (const std::size_t rule : evaluation.Of().RulesFor(attribute, Property::Choices)) {
         if (evaluation.TruthOf(rule) == Truth::Unknown) {
             inForce.Certain = false;

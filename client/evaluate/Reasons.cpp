@@ -150,6 +150,12 @@ std::string MarkReason(const Evaluation& evaluation, std::size_t attribute, Prop
     return reason + (model.RulesFor(attribute, flag).empty() ? "" : "; no rule explains it");
 }
 
+/** Why something hangs on rules that are not kept; empty where all are. */
+std::string LeftOutClause(const Model& model, std::size_t attribute, Property property)
+{
+    return model.IsComplete(attribute, property) ? "" : "its menus have more rules and flags than can be kept";
+}
+
 } // namespace
 
 std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute, Property flag)
@@ -161,13 +167,14 @@ std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now, st
     if (const std::optional<std::size_t> rule = evaluation.RuleInForce(attribute, flag)) {
         const Outcome& outcome = evaluation.Of().Rules()[*rule].Outcome;
         const auto unknown = FirstUnknownRule(evaluation, attribute, flag, &outcome);
-        return unknown ? UnknownClause(now, *unknown) + ", and comes before rule " +
-                             std::to_string(evaluation.Of().Rules()[*rule].Position)
-                       : "";
+        return unknown && *unknown < *rule ? UnknownClause(now, *unknown) + ", and comes before rule " +
+                                                 std::to_string(evaluation.Of().Rules()[*rule].Position)
+                                           : LeftOutClause(evaluation.Of(), attribute, flag);
     }
     const auto unknown = FirstUnknownRule(evaluation, attribute, flag, nullptr);
-    return unknown ? UnknownClause(now, *unknown) + "; the controller's own flag says " + (verdict.Value ? "yes" : "no")
-                   : "the controller marks it, and the rules that could explain it were not known then";
+    const std::string cause = unknown ? UnknownClause(now, *unknown) : LeftOutClause(evaluation.Of(), attribute, flag);
+    return cause.empty() ? "the controller marks it, and the rules that could explain it were not known then"
+                         : cause + "; the controller's own flag says " + (verdict.Value ? "yes" : "no");
 }
 
 std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute)
@@ -182,6 +189,9 @@ std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& n
         const auto unknown = FirstUnknownRule(evaluation, attribute, property, outcome);
         if (unknown && (!inForce || *unknown < *inForce)) {
             return UnknownClause(now, *unknown);
+        }
+        if (!now.Of().IsComplete(attribute, property)) {
+            return LeftOutClause(now.Of(), attribute, property);
         }
     }
     return "";

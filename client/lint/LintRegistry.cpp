@@ -48,6 +48,11 @@ public:
                 m_IsTakenAway[static_cast<std::size_t>(rule.Decides)] = true;
             }
         }
+        for (std::size_t attribute = 0; attribute < model.Attributes().size(); ++attribute) {
+            for (const Property flag : lockingFlags) { // a rule that is left out may do so
+                m_IsTakenAway[static_cast<std::size_t>(flag)] |= !model.IsComplete(attribute, flag);
+            }
+        }
     }
 
     void Run()
@@ -207,7 +212,7 @@ private:
     void FindLock(FlagRules::const_iterator first, FlagRules::const_iterator last)
     {
         const Rule& any = m_Model.Rules()[first->Rule];
-        if (!IsLocking(any.Decides)) {
+        if (!IsLocking(any.Decides) || !m_Model.IsComplete(any.Target, any.Decides)) {
             return;
         }
         const IndexRange all = m_Model.RulesFor(any.Target, any.Decides);
@@ -289,7 +294,7 @@ private:
         const Bound& broken = isBelow ? lower : upper;
         // a bound that rules decide may be another one when it matters
         if ((isBelow || (upper.second && measure > *upper.second)) &&
-            m_Model.RulesFor(attribute, broken.first).empty()) {
+            m_Model.RulesFor(attribute, broken.first).empty() && m_Model.IsComplete(attribute, broken.first)) {
             m_Findings.Add(Severity::Warning, FindingKind::DefaultOutOfBounds,
                            Member(m_Model.PointerToAttribute(attribute), "DefaultValue"),
                            what + " is " + (isBelow ? "below " : "above ") + std::string(Name(broken.first)) + " " +
@@ -315,7 +320,8 @@ private:
         const IndexRange rules = m_Model.RulesFor(index, Property::Immutable);
         const bool isTakenAway = std::any_of(rules.begin(), rules.end(),
                                              [this](std::size_t rule) { return !GivesTrue(m_Model.Rules()[rule]); });
-        if (attribute.Flags.Has(Property::Immutable) && !isTakenAway) {
+        if (attribute.Flags.Has(Property::Immutable) && !isTakenAway &&
+            m_Model.IsComplete(index, Property::Immutable)) {
             m_Findings.Add(Severity::Note, FindingKind::NeverChangeable, m_Model.PointerToAttribute(index),
                            ShortName(attribute.Name) + " is Immutable, and no rule takes that away",
                            "the setting can never be changed");

@@ -63,6 +63,8 @@ Model::~Model() = default;
 /** Fills a model. */
 class ModelReader {
 public:
+    using PropertySet = Model::PropertySet;
+
     static std::shared_ptr<const Model> Read(const RegistryDocument& document)
     {
         const std::shared_ptr<Model> model(new Model);
@@ -78,15 +80,17 @@ public:
         }
         auto names = std::make_unique<NameTable>(model->m_Attributes);
         ChoiceNumbersOfAll choices(model->m_Attributes);
+        std::vector<PropertySet> leftOutOnMenus;
         if (document.Usable()) {
             ReadRules rules = ReadDependencies(ArrayMember(document, "Dependencies", false, findings),
                                                Member(document.Pointer, "Dependencies"), model->m_Attributes, *names,
                                                choices, model->m_Menus, findings);
             model->m_Rules = std::move(rules.Rules);
             model->m_Forms = std::move(rules.Forms);
+            leftOutOnMenus = std::move(rules.LeftOutOnMenus);
         }
         model->m_Names = std::move(names);
-        model->BuildIndices(findings);
+        model->BuildIndices(std::move(leftOutOnMenus), findings);
         model->m_Programs =
             std::make_unique<ConditionPrograms>(model->m_Attributes, model->m_Rules, std::move(choices));
         return model;
@@ -98,17 +102,23 @@ std::shared_ptr<const Model> Model::Read(const RegistryDocument& document)
     return ModelReader::Read(document);
 }
 
-void Model::BuildIndices(Client::Findings& findings)
+/** @param leftOutOnMenus by menu the properties that rules on it would decide which are not kept; empty for none */
+void Model::BuildIndices(std::vector<PropertySet> leftOutOnMenus, Client::Findings& findings)
 {
     std::vector<std::vector<std::size_t>> below(m_Menus.size());
-    FindMenus(below, findings);
+    FindMenus(below, DecidedByMenus(leftOutOnMenus), findings);
     constexpr std::size_t mostTargets = Limits::menuRuleTargets;
     Pairs deciding, reading;
     std::vector<std::size_t> sources;
     for (std::size_t rule = 0; rule < m_Rules.size(); ++rule) {
-        for (const std::size_t target :
-             TargetsOf(rule, below, mostTargets - std::min(mostTargets, deciding.size()), findings)) {
-            deciding.emplace_back(target * propertyCount + static_cast<std::size_t>(m_Rules[rule].Decides), rule);
+        const auto decided = static_cast<std::size_t>(m_Rules[rule].Decides);
+        const auto targets = TargetsOf(rule, below, mostTargets - std::min(mostTargets, deciding.size()), findings);
+        for (const std::size_t target : targets.value_or(std::vector<std::size_t>())) {
+            deciding.emplace_back(target * propertyCount + decided, rule);
+        }
+        for (const std::size_t menu : targets ? std::vector<std::size_t>() : m_Rules[rule].TargetMenus) {
+            leftOutOnMenus.resize(m_Menus.size());
+            leftOutOnMenus[menu].set(decided);
         }
         sources.clear();
         CollectSources(m_Rules[rule].When, sources);
@@ -119,13 +129,56 @@ void Model::BuildIndices(Client::Findings& findings)
     }
     m_RulesFor = Lists(m_Attributes.size() * propertyCount, deciding);
     m_RulesReading = Lists(m_Attributes.size(), reading);
+    for (std::size_t attribute = 0; attribute < m_Attributes.size() && !leftOutOnMenus.empty(); ++attribute) {
+        for (const std::size_t menu : MenusOf(attribute)) {
+            LeaveOut(attribute, leftOutOnMenus[menu]);
+        }
+    }
 }
 
-/** @param below receives the attributes in each menu, ascending */
-void Model::FindMenus(std::vector<std::vector<std::size_t>>& below, Client::Findings& findings)
+/** What rules on menus and flags of menus decide, of any menu. */
+Model::PropertySet Model::DecidedByMenus(const std::vector<PropertySet>& leftOutOnMenus) const
+{
+    PropertySet decided;
+    for (const Rule& rule : m_Rules) {
+        if (!rule.TargetMenus.empty()) {
+            decided.set(static_cast<std::size_t>(rule.Decides));
+        }
+    }
+    for (const PropertySet& leftOut : leftOutOnMenus) {
+        decided |= leftOut;
+    }
+    for (const Menu& menu : m_Menus) {
+        for (std::size_t flag = 0; flag < flagCount; ++flag) {
+            decided.set(flag, decided[flag] || menu.Flags.Has(static_cast<Property>(flag)));
+        }
+    }
+    return decided;
+}
+
+void Model::LeaveOut(std::size_t attribute, PropertySet properties)
+{
+    if (properties.any()) {
+        m_LeftOut.resize(m_Attributes.size());
+        m_LeftOut[attribute] |= properties;
+    }
+}
+
+bool Model::IsComplete(std::size_t attribute, Property property) const
+{
+    return m_LeftOut.empty() || !m_LeftOut[attribute][static_cast<std::size_t>(property)];
+}
+
+/**
+ * @param below receives the attributes in each menu, ascending
+ * @param decidedByMenus what is not known of an attribute whose menus are not kept
+ */
+void Model::FindMenus(std::vector<std::vector<std::size_t>>& below, PropertySet decidedByMenus,
+                      Client::Findings& findings)
 {
     const MenuPaths paths(m_Menus);
     Pairs menus;
+    bool isFull = false;                  // then no menus are looked for
     std::optional<std::string_view> path; // of the attribute before, as many share one
     std::vector<std::size_t> along;
     for (std::size_t attribute = 0; attribute < m_Attributes.size() && !m_Menus.empty(); ++attribute) {
@@ -133,14 +186,16 @@ void Model::FindMenus(std::vector<std::vector<std::size_t>>& below, Client::Find
         if (!own) {
             continue;
         }
-        if (path != *own) {
+        if (!isFull && path != *own) {
             path = *own;
             along = paths.Along(*own);
         }
-        if (menus.size() + along.size() > Limits::menuRuleTargets) {
+        isFull = isFull || menus.size() + along.size() > Limits::menuRuleTargets;
+        if (isFull) {
+            LeaveOut(attribute, decidedByMenus);
             findings.About(m_Attributes[attribute].Name);
             findings.Add(Severity::Error, FindingKind::TooLarge, PointerToAttribute(attribute),
-                         "settings are in more menus than can be kept", "those of this one do not count");
+                         "settings are in more menus than can be kept", "what they decide of this one is not known");
             continue;
         }
         for (const std::size_t menu : along) {
@@ -151,13 +206,14 @@ void Model::FindMenus(std::vector<std::vector<std::size_t>>& below, Client::Find
     m_MenusOf = Lists(m_Attributes.size(), menus);
 }
 
-/** The attributes that a rule is for; none, with a finding, when a rule on a menu is for more than @p most. */
-std::vector<std::size_t> Model::TargetsOf(std::size_t index, const std::vector<std::vector<std::size_t>>& below,
-                                          std::size_t most, Client::Findings& findings) const
+/** The attributes that a rule is for; nothing, with a finding, when a rule on a menu is for more than @p most. */
+std::optional<std::vector<std::size_t>> Model::TargetsOf(std::size_t index,
+                                                         const std::vector<std::vector<std::size_t>>& below,
+                                                         std::size_t most, Client::Findings& findings) const
 {
     const Rule& rule = m_Rules[index];
     if (rule.Target != noAttribute) {
-        return {rule.Target};
+        return std::vector<std::size_t>{rule.Target};
     }
     std::size_t count = 0;
     for (const std::size_t menu : rule.TargetMenus) {
@@ -166,8 +222,9 @@ std::vector<std::size_t> Model::TargetsOf(std::size_t index, const std::vector<s
     if (count > most) {
         findings.About("", rule.Position);
         findings.Add(Severity::Error, FindingKind::TooLarge, PointerToRule(index),
-                     "rules on menus decide more settings than can be kept", "the rule does not count");
-        return {};
+                     "rules on menus decide more settings than can be kept",
+                     "what the rule decides of them is not known");
+        return std::nullopt;
     }
     std::vector<std::size_t> targets;
     for (const std::size_t menu : rule.TargetMenus) {

@@ -75,6 +75,12 @@ public:
             ++position;
         }
         m_Findings.About("");
+        for (const auto& [menus, properties] : m_LeftOut) {
+            m_Read.LeftOutOnMenus.resize(m_Menus.size());
+            for (const std::size_t menu : *menus) {
+                m_Read.LeftOutOnMenus[menu] |= properties;
+            }
+        }
         return std::move(m_Read);
     }
 
@@ -90,7 +96,7 @@ private:
             published.Outer.ReportKeys(Pointer(rule), m_Findings);
             published.Inner.ReportKeys(Member(Pointer(rule), published.Outer.KeyOf(RuleKey::Dependency)), m_Findings);
         }
-        const bool hasMeaning = ReadTarget(rule) && ReadProperty(rule, published) &&
+        const bool hasMeaning = ReadTarget(rule, published) && ReadProperty(rule, published) &&
                                 ReadOutcome(rule, published.Inner[DependencyKey::MapToValue]);
         FormedRule formed;
         m_Terms.Begin(m_Pointer, position);
@@ -136,7 +142,7 @@ private:
         return false;
     }
 
-    bool ReadTarget(Rule& rule)
+    bool ReadTarget(Rule& rule, const Published& published)
     {
         if (rule.TargetName.empty()) {
             return LeaveOut(Severity::Error, FindingKind::UnusableRule, rule, "a rule without \"MapToAttribute\"");
@@ -155,6 +161,9 @@ private:
         const std::vector<std::size_t>& menus = MenusNamed(rule.TargetName);
         m_MenuTargets += menus.size();
         if (m_MenuTargets > Limits::menuRuleTargets) {
+            if (const auto property = FindProperty(published.Inner[DependencyKey::MapToProperty].Text())) {
+                m_LeftOut[&menus].set(static_cast<std::size_t>(*property));
+            }
             return LeaveOut(Severity::Error, FindingKind::TooLarge, rule,
                             "more menus are targets of rules than can be kept");
         }
@@ -289,9 +298,10 @@ private:
     const std::vector<Attribute>& m_Attributes;
     const NameTable& m_Names;
     const std::vector<Menu>& m_Menus;
-    std::map<std::string, std::vector<std::size_t>, std::less<>> m_MenusByName;   // filled when asked for
-    std::map<std::string, std::vector<std::size_t>, std::less<>> m_MenusByFolded; // by name in lower case
-    std::size_t m_MenuTargets = 0;                                                // of all rules
+    std::map<std::string, std::vector<std::size_t>, std::less<>> m_MenusByName;      // filled when asked for
+    std::map<std::string, std::vector<std::size_t>, std::less<>> m_MenusByFolded;    // by name in lower case
+    std::size_t m_MenuTargets = 0;                                                   // of all rules
+    std::map<const std::vector<std::size_t>*, std::bitset<propertyCount>> m_LeftOut; // by the menus of a name
     Findings& m_Findings;
     TermReader m_Terms;
     const TermReading m_ReadTerm = [this](const KeyedObject<TermKey>& term) { return m_Terms.Read(term); };

@@ -9,6 +9,7 @@
 #include <RedfishConfig/Client/Model.h>
 #include <RedfishConfig/Client/Rule.h>
 
+#include <bitset>
 #include <map>
 #include <string>
 #include <vector>
@@ -19,6 +20,8 @@ namespace RedfishConfig::Client {
 struct ReadRules {
     std::vector<Rule> Rules;
     std::map<RuleForm, RuleCount> Forms;
+    /** By menu the properties that rules on it would decide which are more than can be kept; empty for none. */
+    std::vector<std::bitset<propertyCount>> LeftOutOnMenus;
 };
 
 /**

@@ -726,6 +726,79 @@ TEST(HostileMenus, TakeTimeInProportionToRulesAndMenusOfOneName)
     EXPECT_LT(Growth([](std::size_t size) { return ReadingOf(WithMenus(1, size, size)); }, 2'000), 3.0);
 }
 
+/** Of how many settings it is certain that they are not hidden, and of how many it is unknown. */
+std::pair<std::size_t, std::size_t> CertainAndUnknown(const std::string& registry)
+{
+    const auto model = Model::Read(ReadRegistryDocument(registry));
+    const SystemValues system(model, ValuesFrom({{"A0", std::string("y")}}));
+    const Evaluation evaluation(system);
+    std::pair<std::size_t, std::size_t> counts;
+    for (std::size_t attribute = 0; attribute < model->Attributes().size(); ++attribute) {
+        const Verdict verdict = evaluation.VerdictOn(attribute, Property::Hidden);
+        EXPECT_FALSE(verdict.Value || verdict.Marked);
+        EXPECT_EQ(verdict.Certain, model->IsComplete(attribute, Property::Hidden));
+        EXPECT_TRUE(evaluation.VerdictOn(attribute, Property::ReadOnly).Certain);
+        EXPECT_EQ(ReasonFor(evaluation, system, attribute, Property::Hidden),
+                  verdict.Certain ? ""
+                                  : "unknown whether hidden: its menus have more rules and flags than can be kept; "
+                                    "the controller's own flag says no");
+        ++(verdict.Certain ? counts.first : counts.second);
+    }
+    const auto tooLarge = std::count_if(model->Findings().begin(), model->Findings().end(),
+                                        [](const Finding& finding) { return finding.Kind == FindingKind::TooLarge; });
+    EXPECT_TRUE(tooLarge > 0 || counts.second == 0);
+    return counts;
+}
+
+TEST(HostileMenus, ThatAreBeyondTheLimitLeaveDoubt)
+{
+    using Counts = std::pair<std::size_t, std::size_t>;
+    // settings in menus: a million are kept
+    EXPECT_EQ(CertainAndUnknown(WithMenus(1'000, 1'000, 1)), Counts(1'000, 0));
+    EXPECT_EQ(CertainAndUnknown(WithMenus(1'005, 1'000, 1)), Counts(1'000, 5));
+    EXPECT_EQ(CertainAndUnknown(WithMenus(1'005, 1'000, 0)), Counts(1'005, 0)); // they would decide nothing
+    // settings that rules on menus decide
+    EXPECT_EQ(CertainAndUnknown(WithMenus(1'000, 1, 1'000)), Counts(1'000, 0));
+    EXPECT_EQ(CertainAndUnknown(WithMenus(1'000, 1, 1'001)), Counts(0, 1'000));
+    // menus as targets of rules
+    EXPECT_EQ(CertainAndUnknown(WithMenus(1, 1'000, 1'000)), Counts(1, 0));
+    EXPECT_EQ(CertainAndUnknown(WithMenus(1, 1'000, 1'001)), Counts(0, 1));
+}
+
+TEST(HostileMenus, ThatAreBeyondTheLimitMakeATrueRuleUncertain)
+{
+    json::value registry = json::parse(WithMenus(1'000, 1, 1'001));
+    json::object& rule = registry.at("RegistryEntries").as_object()["Dependencies"].as_array()[1'000].as_object();
+    rule["Dependency"].as_object()["MapToProperty"] = "ReadOnly"; // no rule is left out for the others, which are 1,000
+    json::object limit = rule;
+    for (const char* property : {"Value", "GrayOut"}) {
+        limit["Dependency"].as_object()["MapToProperty"] = property;
+        registry.at("RegistryEntries").as_object()["Dependencies"].as_array().push_back(limit);
+    }
+    limit["Dependency"].as_object()["MapToAttribute"] = "A1"; // a rule that is kept, and true
+    registry.at("RegistryEntries").as_object()["Dependencies"].as_array().push_back(limit);
+    const auto model = ModelOf(registry);
+    const SystemValues system(model, ValuesFrom({{"A0", std::string("x")}, {"A1", std::string("x")}}));
+    const Evaluation evaluation(system);
+    const Verdict hidden = evaluation.VerdictOn(1, Property::Hidden);
+    EXPECT_TRUE(hidden.Value && hidden.Certain && !hidden.Marked);
+    const Verdict readOnly = evaluation.VerdictOn(1, Property::ReadOnly);
+    EXPECT_TRUE(!readOnly.Value && !readOnly.Certain && !readOnly.Marked);
+    const Verdict grayOut = evaluation.VerdictOn(1, Property::GrayOut);
+    EXPECT_TRUE(grayOut.Value && !grayOut.Certain && !grayOut.Marked);
+    EXPECT_EQ(DoubtAbout(evaluation, system, 1, Property::GrayOut),
+              "its menus have more rules and flags than can be kept");
+    EXPECT_FALSE(ChoicesOf(evaluation, system, 1).Certain);
+    EXPECT_EQ(DoubtAboutValues(evaluation, system, 1), "its menus have more rules and flags than can be kept");
+    const Adaptation adapted = Adapt(system);
+    EXPECT_EQ(AdaptedAttribute(adapted, 1).at("ReadOnly").as_bool(), true); // as what cannot be decided
+    const auto undecided =
+        std::find_if(adapted.Undecided.begin(), adapted.Undecided.end(),
+                     [](const UndecidedFlag& flag) { return flag.Setting == "A1" && flag.Flag == Property::ReadOnly; });
+    ASSERT_NE(undecided, adapted.Undecided.end());
+    EXPECT_EQ(undecided->Why, "Its menus have more rules and flags than can be kept.");
+}
+
 TEST(HostileMenus, MayHaveDeepAndOddPaths)
 {
     std::string deep = ".";

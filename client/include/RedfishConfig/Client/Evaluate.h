@@ -68,8 +68,8 @@ struct ChoicesInForce {
  *
  * Of the rules for one property the first that is true decides. Where none is, the registry's own flag does, unless
  * it is a snapshot: see FlagOrigin. A verdict is not certain where none is true
- * and one is unknown, where an unknown one with another outcome is before the one that decides, and where the origin of
- * the flag is Unexplained.
+ * and one is unknown, where an unknown one with another outcome is before the one that decides, where the origin of
+ * the flag is Unexplained, and where rules or flags of its menus are left out (Model::IsComplete()).
  */
 class REDFISHCONFIG_EXPORT Evaluation {
 public:
@@ -149,7 +149,8 @@ REDFISHCONFIG_EXPORT std::string DoubtAbout(const Evaluation& evaluation, const 
 
 /**
  * What it hangs on which values an attribute accepts: "rule 39 reads X, and the system does not report it", of the
- * first rule for its choices, bounds, increment, lengths or pattern that is unknown. Empty when none is.
+ * first rule for its choices, bounds, increment, lengths or pattern that is unknown, or that rules for them are left
+ * out. Empty when none is.
  */
 REDFISHCONFIG_EXPORT std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& now,
                                                   std::size_t attribute);

@@ -12,6 +12,7 @@
 #include <RedfishConfig/Client/Rule.h>
 #include <RedfishConfig/Export.h>
 
+#include <bitset>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -52,8 +53,9 @@ struct RuleCount {
  * An attribute whose name differs from an earlier one in the case of letters alone is left out, with a finding, as are
  * those without a name. A rule is left out, with a finding, when its target is neither an attribute nor a menu, its
  * property is none of an attribute (or, on a menu, one of a single setting), or its outcome is none that the property
- * can have. A rule that gives CurrentValue or DefaultValue a value of another type than the attribute's stays as it is.
- * So does one with terms that have no meaning: these terms are never known.
+ * can have, or when rules on menus are more than can be kept. A rule that gives CurrentValue or DefaultValue a value of
+ * another type than the attribute's stays as it is. So does one with terms that have no meaning: these terms are never
+ * known.
  *
  * May be read by several threads.
  */
@@ -88,6 +90,12 @@ public:
     /** The attribute's own flags and those of its menus. */
     FlagSet FlagsOf(std::size_t attribute) const;
 
+    /**
+     * Whether all rules and flags of menus that decide a property of an attribute are kept. Where a limit leaves some
+     * out, with a finding, what they would say is not known.
+     */
+    bool IsComplete(std::size_t attribute, Property property) const;
+
     /** What is found in the registry alone, whatever the values of a system are. */
     const std::vector<Finding>& Findings() const { return m_Findings; }
 
@@ -111,11 +119,16 @@ public:
 
 private:
     friend class ModelReader;
+    using PropertySet = std::bitset<propertyCount>;
     Model();
-    void BuildIndices(Client::Findings& findings);
-    void FindMenus(std::vector<std::vector<std::size_t>>& below, Client::Findings& findings);
-    std::vector<std::size_t> TargetsOf(std::size_t index, const std::vector<std::vector<std::size_t>>& below,
-                                       std::size_t most, Client::Findings& findings) const;
+    void BuildIndices(std::vector<PropertySet> leftOutOnMenus, Client::Findings& findings);
+    void FindMenus(std::vector<std::vector<std::size_t>>& below, PropertySet decidedByMenus,
+                   Client::Findings& findings);
+    PropertySet DecidedByMenus(const std::vector<PropertySet>& leftOutOnMenus) const;
+    void LeaveOut(std::size_t attribute, PropertySet properties);
+    std::optional<std::vector<std::size_t>> TargetsOf(std::size_t index,
+                                                      const std::vector<std::vector<std::size_t>>& below,
+                                                      std::size_t most, Client::Findings& findings) const;
 
     RegistryDocument m_Document; // its findings are not kept here
     std::string m_Id, m_Language, m_RegistryVersion;
@@ -138,6 +151,8 @@ private:
     Lists m_RulesFor;     // by attribute and property
     Lists m_RulesReading; // by attribute
     Lists m_MenusOf;      // by attribute
+
+    std::vector<PropertySet> m_LeftOut; // by attribute: those that are not complete; empty where all are
 };
 
 } // namespace RedfishConfig::Client
