@@ -51,9 +51,15 @@ constexpr std::size_t menuLevels = 32;
 /** Menus as targets of rules, settings in menus, and settings that rules on menus decide; of each so many in all. */
 constexpr std::size_t menuRuleTargets = 1'000'000;
 
+/** Rules on menus, each once for every setting that it decides: their terms and choices, and sixteen bytes of texts. */
+constexpr std::size_t menuRuleParts = 4'000'000;
+
 /** Rounds of rules for current values that act on each other after a change, and what they do in all of these. */
 constexpr std::size_t cascadeWaves = 1'000;
 constexpr std::size_t cascadeEffects = 250'000;
+
+/** Of the clauses of a reason. */
+constexpr std::size_t namedClauses = 8;
 
 /** Of a value in a finding, and of a name or value where several are in one sentence. */
 constexpr std::size_t quotedBytes = 600;

@@ -25,9 +25,13 @@ struct Evaluation::Flags {
         std::uint32_t Attribute;
         Property Flag;
         FlagOrigin Origin;
+        std::optional<std::size_t> MarkedBy; ///< a menu, unless the attribute's own flag is the mark
     };
     std::vector<Pair> Ruled;                ///< that rules decide, or that are not complete
     std::vector<std::uint8_t> WithoutRules; ///< verdicts by attribute and flag, as the flags alone give them
+
+    /** Null when no rule decides the flag. */
+    const Pair* Find(std::size_t attribute, Property flag) const;
 };
 
 Evaluation::Evaluation(const SystemValues& now) : Evaluation(now, now) {}
@@ -65,8 +69,9 @@ std::shared_ptr<const Evaluation::Flags> Evaluation::FindFlags() const
                 flags->WithoutRules[attribute * flagCount + number] = isTrue | isMarked;
             }
             if (!m_Model->RulesFor(attribute, flag).empty() || !m_Model->IsComplete(attribute, flag)) {
-                const FlagOrigin origin = own.Has(flag) ? OriginByRules(attribute, flag, ofMenus) : FlagOrigin::NotSet;
-                flags->Ruled.push_back({static_cast<std::uint32_t>(attribute), flag, origin});
+                const auto [origin, menu] = own.Has(flag) ? OriginByRules(attribute, flag, ofMenus)
+                                                          : std::pair(FlagOrigin::NotSet, std::optional<std::size_t>());
+                flags->Ruled.push_back({static_cast<std::uint32_t>(attribute), flag, origin, menu});
             }
         }
     }
@@ -101,13 +106,20 @@ std::vector<FlagOrigin> Evaluation::FindMenuFlags() const
     return origins;
 }
 
-/** Of a setting's own flag and those of its menus one that is a mark is enough, then one that may be. */
-FlagOrigin Evaluation::OriginByRules(std::size_t attribute, Property flag, const std::vector<FlagOrigin>& ofMenus) const
+/** Of a setting's own flag and those of its menus one that is a mark is enough, then one that may be.
+ * Beside a mark of a menu its index. */
+std::pair<FlagOrigin, std::optional<std::size_t>>
+Evaluation::OriginByRules(std::size_t attribute, Property flag, const std::vector<FlagOrigin>& ofMenus) const
 {
     FlagOrigin origin = FlagOrigin::Explained;
-    const auto add = [&origin](FlagOrigin further) {
+    std::optional<std::size_t> markedBy;
+    const auto add = [&](FlagOrigin further, std::optional<std::size_t> menu) {
+        if (origin == FlagOrigin::Marked) {
+            return;
+        }
         if (further == FlagOrigin::Marked || origin == FlagOrigin::Explained) {
             origin = further;
+            markedBy = further == FlagOrigin::Marked ? menu : std::nullopt;
         }
     };
     if (m_Model->Attributes()[attribute].Flags.Has(flag)) {
@@ -118,14 +130,14 @@ FlagOrigin Evaluation::OriginByRules(std::size_t attribute, Property flag, const
                 break;
             }
         }
-        add(own);
+        add(own, std::nullopt);
     }
     for (const std::size_t menu : m_Model->MenusOf(attribute)) {
         if (m_Model->Menus()[menu].Flags.Has(flag)) {
-            add(ofMenus[menu * flagCount + static_cast<std::size_t>(flag)]);
+            add(ofMenus[menu * flagCount + static_cast<std::size_t>(flag)], menu);
         }
     }
-    return origin;
+    return {origin, markedBy};
 }
 
 void Evaluation::DecideAll()
@@ -161,16 +173,38 @@ Verdict Evaluation::Decide(std::size_t attribute, Property flag, FlagOrigin orig
     return {isSet && origin != FlagOrigin::Explained, origin != FlagOrigin::Unexplained, origin == FlagOrigin::Marked};
 }
 
+const Evaluation::Flags::Pair* Evaluation::Flags::Find(std::size_t attribute, Property flag) const
+{
+    const auto found =
+        std::lower_bound(Ruled.begin(), Ruled.end(), std::pair(attribute, flag), [](const Pair& pair, const auto& key) {
+            return std::pair(std::size_t{pair.Attribute}, pair.Flag) < key;
+        });
+    const bool isFound = found != Ruled.end() && found->Attribute == attribute && found->Flag == flag;
+    return isFound ? &*found : nullptr;
+}
+
 FlagOrigin Evaluation::OriginOf(std::size_t attribute, Property flag) const
 {
-    const auto found = std::lower_bound(m_Flags->Ruled.begin(), m_Flags->Ruled.end(), std::pair(attribute, flag),
-                                        [](const Flags::Pair& pair, const auto& key) {
-                                            return std::pair(std::size_t{pair.Attribute}, pair.Flag) < key;
-                                        });
-    if (found != m_Flags->Ruled.end() && found->Attribute == attribute && found->Flag == flag) {
-        return found->Origin;
+    if (const Flags::Pair* ruled = m_Flags->Find(attribute, flag)) {
+        return ruled->Origin;
     }
     return m_Model->FlagsOf(attribute).Has(flag) ? FlagOrigin::Marked : FlagOrigin::NotSet;
+}
+
+std::optional<std::size_t> Evaluation::MenuThatMarks(std::size_t attribute, Property flag) const
+{
+    if (!VerdictOn(attribute, flag).Marked) {
+        return std::nullopt;
+    }
+    if (const Flags::Pair* ruled = m_Flags->Find(attribute, flag)) {
+        return ruled->MarkedBy;
+    }
+    if (m_Model->Attributes()[attribute].Flags.Has(flag)) {
+        return std::nullopt;
+    }
+    const IndexRange menus = m_Model->MenusOf(attribute);
+    return *std::find_if(menus.begin(), menus.end(),
+                         [&](std::size_t menu) { return m_Model->Menus()[menu].Flags.Has(flag); });
 }
 
 std::vector<std::size_t> Evaluation::DecidingRules(std::size_t attribute, Property property) const

@@ -1,8 +1,8 @@
 #include <RedfishConfig/Client/Evaluate.h>
 
+#include "../Limits.h"
 #include "../intake/Quote.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -20,7 +20,7 @@ std::string Shown(const Value& value)
 
 std::string FlagClause(const Test& test, bool flag)
 {
-    return test.Name + (flag ? " is " : " is not ") + WordFor(test.Of);
+    return ShortName(test.Name) + (flag ? " is " : " is not ") + WordFor(test.Of);
 }
 
 /** How a value stands to an operand: "greater than 10". */
@@ -47,9 +47,9 @@ std::string TestClause(const Explanation& explanation)
         return FlagClause(test, std::get<bool>(explanation.Current));
     }
     if (!HasValue(explanation.Current)) {
-        return test.Name + " has no value";
+        return ShortName(test.Name) + " has no value";
     }
-    std::string is = test.Name + " is " + Shown(explanation.Current);
+    std::string is = ShortName(test.Name) + " is " + Shown(explanation.Current);
     if (!HasValue(test.Operand)) {
         return is;
     }
@@ -60,14 +60,22 @@ std::string TestClause(const Explanation& explanation)
     return isEqual ? is : is + ", not " + Shown(test.Operand);
 }
 
+/** How many clauses a reason has, and how many were left out of it. */
+struct ClauseCount {
+    std::size_t Named = 0;
+    std::size_t More = 0;
+};
+
 /** Why a condition is true, or why it is false: of several sufficient parts the first. */
-std::string Clause(const Explanation& explanation)
+std::string Clause(const Explanation& explanation, ClauseCount& count)
 {
     if (explanation.What == Condition::Kind::Test) {
-        return TestClause(explanation);
+        const bool isNamed = count.Named < Limits::namedClauses;
+        ++(isNamed ? count.Named : count.More);
+        return isNamed ? TestClause(explanation) : "";
     }
     if (explanation.What == Condition::Kind::Not) {
-        return Clause(explanation.Parts.front());
+        return Clause(explanation.Parts.front(), count);
     }
     const bool oneSuffices = (explanation.What == Condition::Kind::Any) == (explanation.Is == Truth::True);
     std::string text;
@@ -75,9 +83,9 @@ std::string Clause(const Explanation& explanation)
         if (part.Is != explanation.Is) {
             continue;
         }
-        const std::string clause = Clause(part);
+        const std::string clause = Clause(part, count);
         const bool hasComma = (text + clause).find(',') != std::string::npos;
-        text += (text.empty() ? "" : hasComma ? ", and " : " and ") + clause;
+        text += (text.empty() || clause.empty() ? "" : hasComma ? ", and " : " and ") + clause;
         if (oneSuffices) {
             break;
         }
@@ -102,13 +110,18 @@ std::string UnknownClause(const SystemValues& now, std::size_t rule)
     const Explanation explanation = Explain(now, rule);
     const Explanation& part = UnknownPart(explanation);
     const std::string number = "rule " + std::to_string(now.Of().Rules()[rule].Position);
-    return part.Asked != nullptr ? number + " reads " + part.Asked->Name + ", and " + part.Because
+    return part.Asked != nullptr ? number + " reads " + ShortName(part.Asked->Name) + ", and " + part.Because
                                  : number + " has no meaning: " + part.Because;
 }
 
 std::string RuleReason(const SystemValues& now, std::size_t rule, Property flag)
 {
-    return std::string(WordFor(flag)) + " because " + Clause(Explain(now, rule)) + " (rule " +
+    ClauseCount count;
+    std::string because = Clause(Explain(now, rule), count);
+    if (count.More > 0) {
+        because += ", and for " + std::to_string(count.More) + (count.More == 1 ? " more reason" : " more reasons");
+    }
+    return std::string(WordFor(flag)) + " because " + because + " (rule " +
            std::to_string(now.Of().Rules()[rule].Position) + ")";
 }
 
@@ -141,11 +154,8 @@ std::string MarkReason(const Evaluation& evaluation, std::size_t attribute, Prop
 {
     const Model& model = evaluation.Of();
     std::string reason = "marked " + std::string(WordFor(flag)) + " by the controller";
-    if (!model.Attributes()[attribute].Flags.Has(flag)) {
-        const IndexRange menus = model.MenusOf(attribute);
-        const auto* menu = std::find_if(menus.begin(), menus.end(),
-                                        [&](std::size_t index) { return model.Menus()[index].Flags.Has(flag); });
-        reason += " with the menu " + model.Menus()[*menu].Name;
+    if (const std::optional<std::size_t> menu = evaluation.MenuThatMarks(attribute, flag)) {
+        reason += " with the menu " + ShortName(model.Menus()[*menu].Name);
     }
     return reason + (model.RulesFor(attribute, flag).empty() ? "" : "; no rule explains it");
 }

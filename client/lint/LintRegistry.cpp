@@ -64,6 +64,9 @@ public:
         for (std::size_t attribute = 0; attribute < m_Model.Attributes().size(); ++attribute) {
             JudgeAttribute(attribute);
         }
+        for (std::size_t rule = 0; rule < m_Model.Rules().size(); ++rule) {
+            CheckPatternOfRule(rule);
+        }
         ReportCycles();
     }
 
@@ -106,7 +109,8 @@ private:
 
     void AboutRule(std::size_t rule)
     {
-        m_Findings.About(m_Model.Rules()[rule].TargetName, m_Model.Rules()[rule].Position);
+        const bool isOfMenu = m_Model.Rules()[rule].Target == noAttribute;
+        m_Findings.About(isOfMenu ? "" : m_Model.Rules()[rule].TargetName, m_Model.Rules()[rule].Position);
     }
 
     void JudgeRule(std::size_t index)
@@ -235,7 +239,9 @@ private:
         const Attribute& attribute = m_Model.Attributes()[index];
         m_Findings.About(attribute.Name);
         ReportLock(index);
-        CheckPattern(index);
+        if (attribute.Pattern) {
+            ReportPattern(*attribute.Pattern, Member(m_Model.PointerToAttribute(index), "ValueExpression"));
+        }
         if (const auto* number = std::get_if<std::int64_t>(&attribute.DefaultValue);
             number != nullptr && attribute.Type == AttributeType::Integer) {
             CheckDefault(index, *number, {Property::LowerBound, attribute.LowerBound},
@@ -256,20 +262,16 @@ private:
         }
     }
 
-    void CheckPattern(std::size_t index)
+    /** Once, although a rule on a menu is for several settings. */
+    void CheckPatternOfRule(std::size_t index)
     {
-        if (const std::optional<std::string>& pattern = m_Model.Attributes()[index].Pattern) {
-            ReportPattern(*pattern, Member(m_Model.PointerToAttribute(index), "ValueExpression"));
+        const Rule& rule = m_Model.Rules()[index];
+        const auto* given = std::get_if<Value>(&rule.Outcome);
+        const auto* pattern = given != nullptr ? std::get_if<std::string>(given) : nullptr;
+        if (pattern != nullptr && rule.Decides == Property::ValueExpression) {
+            AboutRule(index);
+            ReportPattern(*pattern, m_Model.PointerToRule(index));
         }
-        for (const std::size_t rule : m_Model.RulesFor(index, Property::ValueExpression)) {
-            const auto* given = std::get_if<Value>(&m_Model.Rules()[rule].Outcome);
-            const auto* pattern = given != nullptr ? std::get_if<std::string>(given) : nullptr;
-            if (pattern != nullptr) {
-                m_Findings.About(m_Model.Attributes()[index].Name, m_Model.Rules()[rule].Position);
-                ReportPattern(*pattern, m_Model.PointerToRule(rule));
-            }
-        }
-        m_Findings.About(m_Model.Attributes()[index].Name);
     }
 
     void ReportPattern(const std::string& pattern, std::string pointer)

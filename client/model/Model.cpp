@@ -45,6 +45,36 @@ void CollectSources(const Condition& condition, std::vector<std::size_t>& source
     }
 }
 
+/** How many parts a condition has. */
+std::size_t SizeOf(const Condition& condition)
+{
+    std::size_t size = 1;
+    for (const Condition& part : condition.Parts) {
+        size += SizeOf(part);
+    }
+    return size;
+}
+
+std::size_t SizeOf(const std::string& text)
+{
+    constexpr std::size_t bytesOfPart = 16;
+    return 1 + text.size() / bytesOfPart;
+}
+
+/** What it takes to look at a rule for one setting: the parts of its condition, and what it gives. */
+std::size_t SizeOf(const Rule& rule)
+{
+    std::size_t size = SizeOf(rule.When);
+    if (const auto* names = std::get_if<std::vector<std::string>>(&rule.Outcome)) {
+        for (const std::string& name : *names) {
+            size += SizeOf(name);
+        }
+    } else if (const auto* text = std::get_if<std::string>(&std::get<Value>(rule.Outcome))) {
+        size += SizeOf(*text);
+    }
+    return size;
+}
+
 /** Brings numbers into order, each once. */
 void KeepEachOnce(std::vector<std::size_t>& numbers)
 {
@@ -102,17 +132,23 @@ std::shared_ptr<const Model> Model::Read(const RegistryDocument& document)
     return ModelReader::Read(document);
 }
 
+/** What may still be kept of rules on menus. */
+struct Model::MenuRuleRoom {
+    std::size_t Targets = Limits::menuRuleTargets;
+    std::size_t Parts = Limits::menuRuleParts;
+};
+
 /** @param leftOutOnMenus by menu the properties that rules on it would decide which are not kept; empty for none */
 void Model::BuildIndices(std::vector<PropertySet> leftOutOnMenus, Client::Findings& findings)
 {
     std::vector<std::vector<std::size_t>> below(m_Menus.size());
     FindMenus(below, DecidedByMenus(leftOutOnMenus), findings);
-    constexpr std::size_t mostTargets = Limits::menuRuleTargets;
+    MenuRuleRoom room;
     Pairs deciding, reading;
     std::vector<std::size_t> sources;
     for (std::size_t rule = 0; rule < m_Rules.size(); ++rule) {
         const auto decided = static_cast<std::size_t>(m_Rules[rule].Decides);
-        const auto targets = TargetsOf(rule, below, mostTargets - std::min(mostTargets, deciding.size()), findings);
+        const auto targets = TargetsOf(rule, below, room, findings);
         for (const std::size_t target : targets.value_or(std::vector<std::size_t>())) {
             deciding.emplace_back(target * propertyCount + decided, rule);
         }
@@ -206,10 +242,10 @@ void Model::FindMenus(std::vector<std::vector<std::size_t>>& below, PropertySet 
     m_MenusOf = Lists(m_Attributes.size(), menus);
 }
 
-/** The attributes that a rule is for; nothing, with a finding, when a rule on a menu is for more than @p most. */
+/** The attributes that a rule is for; nothing, with a finding, when a rule on a menu takes more than the room. */
 std::optional<std::vector<std::size_t>> Model::TargetsOf(std::size_t index,
                                                          const std::vector<std::vector<std::size_t>>& below,
-                                                         std::size_t most, Client::Findings& findings) const
+                                                         MenuRuleRoom& room, Client::Findings& findings) const
 {
     const Rule& rule = m_Rules[index];
     if (rule.Target != noAttribute) {
@@ -219,13 +255,16 @@ std::optional<std::vector<std::size_t>> Model::TargetsOf(std::size_t index,
     for (const std::size_t menu : rule.TargetMenus) {
         count += below[menu].size();
     }
-    if (count > most) {
+    const std::size_t size = SizeOf(rule);
+    if (count > room.Targets || count > room.Parts / size) {
         findings.About("", rule.Position);
         findings.Add(Severity::Error, FindingKind::TooLarge, PointerToRule(index),
-                     "rules on menus decide more settings than can be kept",
+                     "rules on menus, once for each setting below, are more than can be kept",
                      "what the rule decides of them is not known");
         return std::nullopt;
     }
+    room.Targets -= count;
+    room.Parts -= count * size;
     std::vector<std::size_t> targets;
     for (const std::size_t menu : rule.TargetMenus) {
         targets.insert(targets.end(), below[menu].begin(), below[menu].end());

@@ -529,6 +529,37 @@ TEST(MenuFlags, AreSnapshotsOfRulesOnTheMenuAlone)
     }
 }
 
+TEST(MenuFlags, AreNamedWhereTheyAreTheMark)
+{
+    const auto reasonOf = [](bool isOwn, const char* target) {
+        RegistryBuilder registry;
+        registry.Attribute("A", "String", {{"MenuPath", "./M/N"}, {"Hidden", isOwn}});
+        registry.Attribute("Switch", "Integer");
+        registry.Rule(target, "Hidden", true, {Term{"Switch", "EQU", 1}});
+        json::value document = registry.Json();
+        document.at("RegistryEntries").as_object()["Menus"] =
+            json::array{{{"MenuName", "M"}, {"MenuPath", "./M"}, {"Hidden", true}},
+                        {{"MenuName", "N"}, {"MenuPath", "./M/N"}, {"Hidden", true}}};
+        const auto model = ModelOf(document);
+        const SystemValues then(model, ValuesFrom({{"Switch", std::int64_t{1}}}));
+        const SystemValues now(model, ValuesFrom({{"Switch", std::int64_t{0}}}));
+        const Evaluation evaluation(now, then);
+        const std::string reason = ReasonFor(evaluation, now, 0, Property::Hidden);
+        EXPECT_EQ(ReasonFor(Evaluation(then).ForValues(now), now, 0, Property::Hidden), reason);
+        EXPECT_EQ(evaluation.MenuThatMarks(0, Property::ReadOnly), std::nullopt);
+        EXPECT_EQ(evaluation.MenuThatMarks(1, Property::Hidden), std::nullopt);
+        return reason;
+    };
+    const std::string byM = "marked hidden by the controller with the menu M";
+    const std::string byN = "marked hidden by the controller with the menu N";
+    EXPECT_EQ(reasonOf(false, "Switch"), byM); // all are marks: the setting's own, else that of the first menu
+    EXPECT_EQ(reasonOf(true, "Switch"), "marked hidden by the controller");
+    EXPECT_EQ(reasonOf(false, "M"), byN + "; no rule explains it"); // the flag of M is a snapshot of what its rule gave
+    EXPECT_EQ(reasonOf(false, "N"), byM + "; no rule explains it");
+    EXPECT_EQ(reasonOf(true, "M"), byN + "; no rule explains it"); // and so is the setting's own
+    EXPECT_EQ(reasonOf(true, "A"), byM + "; no rule explains it");
+}
+
 TEST_F(RuleMeaning, WhatIsAcceptedHangsOnTheRuleInForceAndThoseBeforeIt)
 {
     const Term known{"Mode", "EQU", "Uefi"};
@@ -855,6 +886,49 @@ TEST_F(RuleMeaning, ReasonsAreSentences)
         const SystemValues now = Read(row.values);
         EXPECT_EQ(ReasonFor(Evaluation(now), now, now.Of().Find("Target").value(), Property::ReadOnly), row.reason);
         m_Registry = std::move(kept);
+    }
+}
+
+TEST_F(RuleMeaning, ReasonsHaveEightClausesAtMost)
+{
+    const auto reasonFor = [this](int count, const char* joiner) {
+        RegistryBuilder kept = m_Registry;
+        std::vector<Term> terms;
+        for (int number = 0; number < count; ++number) {
+            const std::string name = "N" + std::to_string(number);
+            m_Registry.Attribute(name, "Integer", {{"CurrentValue", number}});
+            terms.push_back(Term{name, "EQU", number, number > 0 ? joiner : ""});
+        }
+        m_Registry.Rule("Target", "ReadOnly", true, terms);
+        const SystemValues now = Read({});
+        m_Registry = std::move(kept);
+        return ReasonFor(Evaluation(now), now, now.Of().Find("Target").value(), Property::ReadOnly);
+    };
+    const std::string eight =
+        "read-only because N0 is 0 and N1 is 1 and N2 is 2 and N3 is 3 and N4 is 4 and N5 is 5 and "
+        "N6 is 6 and N7 is 7";
+    EXPECT_EQ(reasonFor(8, "AND"), eight + " (rule 0)");
+    EXPECT_EQ(reasonFor(9, "AND"), eight + ", and for 1 more reason (rule 0)");
+    EXPECT_EQ(reasonFor(100, "AND"), eight + ", and for 92 more reasons (rule 0)");
+    EXPECT_EQ(reasonFor(100, "OR"), "read-only because N0 is 0 (rule 0)");
+}
+
+TEST(Reasons, CutLongNames)
+{
+    const std::string name(100'000, 'n');
+    RegistryBuilder registry;
+    registry.Attribute("A", "String", {{"MenuPath", json::string("./" + name)}}).Attribute(name, "String");
+    registry.Rule("A", "ReadOnly", true, {Term{name, "EQU", nullptr}});
+    registry.Rule("A", "Hidden", true, {Term{name, "EQU", "x"}});
+    json::value document = registry.Json();
+    document.at("RegistryEntries").as_object()["Menus"] =
+        json::array{{{"MenuName", json::string(name)}, {"MenuPath", json::string("./" + name)}, {"GrayOut", true}}};
+    const SystemValues now(ModelOf(document));
+    const Evaluation evaluation(now);
+    for (const Property flag : {Property::ReadOnly, Property::Hidden, Property::GrayOut}) {
+        const std::string reason = ReasonFor(evaluation, now, 0, flag);
+        EXPECT_NE(reason.find("nnn..."), std::string::npos) << Name(flag);
+        EXPECT_LT(reason.size(), 300U) << Name(flag);
     }
 }
 

@@ -765,6 +765,49 @@ TEST(HostileMenus, ThatAreBeyondTheLimitLeaveDoubt)
     EXPECT_EQ(CertainAndUnknown(WithMenus(1, 1'000, 1'001)), Counts(0, 1));
 }
 
+/** A thousand settings in a menu, and so many rules of 100 terms on it. */
+json::value WithLargeRules(std::size_t rules)
+{
+    json::value registry = json::parse(WithMenus(1'000, 1, rules));
+    for (json::value& rule : registry.at("RegistryEntries").as_object()["Dependencies"].as_array()) {
+        json::array& terms = rule.as_object()["Dependency"].as_object()["MapFrom"].as_array();
+        json::object term = terms[0].as_object();
+        term["MapTerms"] = "OR";
+        terms.insert(terms.begin(), 99, term);
+    }
+    return registry;
+}
+
+TEST(HostileMenus, WithLargeRulesForManySettingsLeaveDoubt)
+{
+    using Counts = std::pair<std::size_t, std::size_t>;
+    // 101 parts of a condition and a flag for each of 1,000 settings: 39 rules are below four million
+    EXPECT_EQ(CertainAndUnknown(json::serialize(WithLargeRules(39))), Counts(1'000, 0));
+    EXPECT_EQ(CertainAndUnknown(json::serialize(WithLargeRules(40))), Counts(0, 1'000));
+
+    json::value texts = json::parse(WithMenus(1'000, 1, 1));
+    json::object& dependency =
+        texts.at("RegistryEntries").at("Dependencies").as_array()[0].at("Dependency").as_object();
+    dependency["MapToProperty"] = "HelpText";
+    dependency["MapToValue"] = std::string(60'000, 'x'); // of which 16 bytes count as one part
+    EXPECT_TRUE(ModelOf(texts)->IsComplete(0, Property::HelpText));
+    dependency["MapToValue"] = std::string(64'000, 'x');
+    EXPECT_FALSE(ModelOf(texts)->IsComplete(0, Property::HelpText));
+}
+
+TEST(HostileMenus, HaveThePatternsOfTheirRulesReportedOnce)
+{
+    json::value registry = json::parse(WithMenus(1'000, 1, 1));
+    json::object& dependency =
+        registry.at("RegistryEntries").at("Dependencies").as_array()[0].at("Dependency").as_object();
+    dependency["MapToProperty"] = "ValueExpression";
+    dependency["MapToValue"] = "[";
+    const std::vector<Finding> findings = LintRegistry(*ModelOf(registry));
+    EXPECT_THAT(Lines(findings), ElementsAre("warning unusable-pattern /RegistryEntries/Dependencies/0"));
+    EXPECT_EQ(findings.at(0).Attribute, "");
+    EXPECT_EQ(findings.at(0).Rule, 0U);
+}
+
 TEST(HostileMenus, ThatAreBeyondTheLimitMakeATrueRuleUncertain)
 {
     json::value registry = json::parse(WithMenus(1'000, 1, 1'001));

@@ -17,6 +17,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace RedfishConfig::Client {
@@ -96,6 +97,12 @@ public:
 
     FlagOrigin OriginOf(std::size_t attribute, Property flag) const;
 
+    /**
+     * Of a verdict that is Marked: the first menu whose flag is the mark. Nothing where the attribute's own flag is
+     * one, and for other verdicts.
+     */
+    std::optional<std::size_t> MenuThatMarks(std::size_t attribute, Property flag) const;
+
     /** The true rules for a property that agree with the first true one; where none is, the unknown ones. Indices. */
     std::vector<std::size_t> DecidingRules(std::size_t attribute, Property property) const;
 
@@ -111,7 +118,8 @@ private:
     static constexpr std::uint8_t isMarked = 4;
 
     std::shared_ptr<const Flags> FindFlags() const;
-    FlagOrigin OriginByRules(std::size_t attribute, Property flag, const std::vector<FlagOrigin>& ofMenus) const;
+    std::pair<FlagOrigin, std::optional<std::size_t>> OriginByRules(std::size_t attribute, Property flag,
+                                                                    const std::vector<FlagOrigin>& ofMenus) const;
     std::vector<FlagOrigin> FindMenuFlags() const;
     FlagOrigin OriginAfter(std::size_t rule, FlagOrigin origin) const;
     void DecideAll();

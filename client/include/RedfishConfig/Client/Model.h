@@ -121,6 +121,7 @@ private:
     friend class ModelReader;
     using PropertySet = std::bitset<propertyCount>;
     Model();
+    struct MenuRuleRoom;
     void BuildIndices(std::vector<PropertySet> leftOutOnMenus, Client::Findings& findings);
     void FindMenus(std::vector<std::vector<std::size_t>>& below, PropertySet decidedByMenus,
                    Client::Findings& findings);
@@ -128,7 +129,7 @@ private:
     void LeaveOut(std::size_t attribute, PropertySet properties);
     std::optional<std::vector<std::size_t>> TargetsOf(std::size_t index,
                                                       const std::vector<std::vector<std::size_t>>& below,
-                                                      std::size_t most, Client::Findings& findings) const;
+                                                      MenuRuleRoom& room, Client::Findings& findings) const;
 
     RegistryDocument m_Document; // its findings are not kept here
     std::string m_Id, m_Language, m_RegistryVersion;
