@@ -21,6 +21,7 @@ constexpr KindWord kindWords[] = {
     {FindingKind::UnknownName, "unknown-name"},
     {FindingKind::KeyName, "key-name"},
     {FindingKind::UnnamedAttribute, "unnamed-attribute"},
+    {FindingKind::UnnamedMenu, "unnamed-menu"},
     {FindingKind::RepeatedAttribute, "repeated-attribute"},
     {FindingKind::UnknownType, "unknown-type"},
     {FindingKind::NumberBeyondRange, "number-beyond-range"},

@@ -15,8 +15,6 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-using Members = KeyedObject<AttributeKey>;
-
 constexpr std::pair<AttributeKey, Property> flagKeys[] = {
     {AttributeKey::GrayOut, Property::GrayOut},
     {AttributeKey::Hidden, Property::Hidden},
@@ -38,105 +36,79 @@ AttributeType FindType(std::string_view published)
     return found != std::end(types) ? *found : AttributeType::Unknown;
 }
 
-std::optional<bool> ReadFlag(const JsonValue& json)
-{
-    const Value truth = ConvertToType(ReadValue(json), AttributeType::Boolean);
-    const bool* flag = std::get_if<bool>(&truth);
-    return flag != nullptr ? std::optional(*flag) : std::nullopt;
-}
-
 bool IsPresent(const JsonValue& member)
 {
     return member.Exists() && !member.IsNull();
 }
 
-/** Reads one attribute that has a name. */
-class AttributeReader {
+/** Reads the members of an element of a list. What is read in another way than published is reported. */
+template <class Key>
+class MemberReader {
 public:
-    /** @param list points to "Attributes", in which the attribute has this position */
-    AttributeReader(const Members& members, const std::string& list, std::size_t position, KeyOrder& choiceKeys,
-                    Findings& findings)
-        : m_Members(members), m_List(list), m_ChoiceKeys(choiceKeys), m_Findings(findings)
+    /** @param list points to the list in which the element has this position */
+    MemberReader(const KeyedObject<Key>& members, const std::string& list, std::size_t position, Findings& findings)
+        : m_Members(members), m_List(list), m_Position(position), m_Findings(findings)
     {
-        m_Attribute.Position = position;
+        if (members.HasRenamedKeys()) {
+            members.ReportKeys(Pointer(), findings);
+        }
     }
 
-    Attribute Read()
-    {
-        m_Attribute.Name = m_Members[AttributeKey::AttributeName].Text();
-        m_Findings.About(m_Attribute.Name);
-        if (m_Members.HasRenamedKeys()) {
-            m_Members.ReportKeys(Pointer(), m_Findings);
-        }
-        for (const auto& [key, flag] : flagKeys) {
-            ReadFlagMember(key, flag);
-        }
-        ReadNumbers();
-        ReadTexts();
-        ReadType();
-        CheckBounds(AttributeKey::LowerBound, m_Attribute.LowerBound, AttributeKey::UpperBound, m_Attribute.UpperBound);
-        CheckBounds(AttributeKey::MinLength, m_Attribute.MinLength, AttributeKey::MaxLength, m_Attribute.MaxLength);
-        ReadChoices();
-        m_Attribute.DefaultValue = ReadOwnValue(AttributeKey::DefaultValue, "default");
-        m_Attribute.CurrentValue = ReadOwnValue(AttributeKey::CurrentValue, "current value");
-        return std::move(m_Attribute);
-    }
+    JsonValue operator[](Key key) const { return m_Members[key]; }
+    std::string Pointer() const { return Element(m_List, m_Position); }
+    std::string PointerTo(Key key) const { return Member(Pointer(), m_Members.KeyOf(key)); }
 
-private:
-    std::string Pointer() const { return Element(m_List, m_Attribute.Position); }
-    std::string PointerTo(AttributeKey key) const { return Member(Pointer(), m_Members.KeyOf(key)); }
-
-    void ReportLeftOut(AttributeKey key, FindingKind kind, Severity level, std::string found)
+    void ReportLeftOut(Key key, FindingKind kind, Severity level, std::string found) const
     {
         m_Findings.Add(level, kind, PointerTo(key), std::move(found), "it is left out");
     }
 
-    void ReadFlagMember(AttributeKey key, Property flag)
+    bool ReadFlag(Key key) const
     {
         const JsonValue member = m_Members[key];
         if (!IsPresent(member)) {
-            return;
+            return false;
         }
-        const std::optional<bool> truth = ReadFlag(member);
-        if (truth.value_or(false)) {
-            m_Attribute.Flags.Set(flag);
-        }
-        if (!truth) {
+        const Value read = ConvertToType(ReadValue(member), AttributeType::Boolean);
+        const bool* truth = std::get_if<bool>(&read);
+        if (truth == nullptr) {
             ReportLeftOut(key, FindingKind::WrongKind, Severity::Warning,
                           std::string("a flag that is ") + KindOf(member));
         } else if (!member.Boolean()) {
             m_Findings.Add(Severity::Note, FindingKind::WrongKind, PointerTo(key),
                            std::string("a flag that is ") + KindOf(member), "it is read as a boolean");
         }
+        return truth != nullptr && *truth;
     }
 
-    void ReadNumbers()
+    /** @param beyondRange how severe it is that a number is beyond 64 bits */
+    std::optional<std::int64_t> ReadNumber(Key key, Severity beyondRange = Severity::Warning) const
     {
-        const std::pair<AttributeKey, std::optional<std::int64_t>*> numbers[] = {
-            {AttributeKey::DisplayOrder, &m_Attribute.DisplayOrder},
-            {AttributeKey::LowerBound, &m_Attribute.LowerBound},
-            {AttributeKey::MaxLength, &m_Attribute.MaxLength},
-            {AttributeKey::MinLength, &m_Attribute.MinLength},
-            {AttributeKey::ScalarIncrement, &m_Attribute.ScalarIncrement},
-            {AttributeKey::UpperBound, &m_Attribute.UpperBound},
-        };
-        for (const auto& [key, number] : numbers) {
-            const JsonValue member = m_Members[key];
-            if (IsPresent(member)) {
-                *number = member.Integer();
-                if (!*number) {
-                    *number = ReadOddNumber(key, member);
-                }
-            }
+        const JsonValue member = m_Members[key];
+        if (!IsPresent(member)) {
+            return std::nullopt;
         }
+        const std::optional<std::int64_t> whole = member.Integer();
+        return whole ? whole : ReadOddNumber(key, member, beyondRange);
     }
 
-    std::optional<std::int64_t> ReadOddNumber(AttributeKey key, const JsonValue& member)
+    std::optional<std::string> ReadText(Key key) const
+    {
+        const JsonValue member = m_Members[key];
+        if (member.IsText()) {
+            return std::string(member.Text());
+        }
+        if (IsPresent(member)) {
+            ReportLeftOut(key, FindingKind::WrongKind, Severity::Warning, std::string("it is ") + KindOf(member));
+        }
+        return std::nullopt;
+    }
+
+private:
+    std::optional<std::int64_t> ReadOddNumber(Key key, const JsonValue& member, Severity beyondRange) const
     {
         if (member.IsNumber()) {
-            // an upper bound that no number can exceed is none
-            const bool isNoBound = key == AttributeKey::UpperBound || key == AttributeKey::MaxLength;
-            ReportLeftOut(key, FindingKind::NumberBeyondRange, isNoBound ? Severity::Note : Severity::Warning,
+            ReportLeftOut(key, FindingKind::NumberBeyondRange, beyondRange,
                           "the number " + Quote(member) + " is not whole or beyond 64 signed bits");
             return std::nullopt;
         }
@@ -151,6 +123,62 @@ private:
         return number;
     }
 
+    const KeyedObject<Key>& m_Members;
+    const std::string& m_List;
+    std::size_t m_Position;
+    Findings& m_Findings;
+};
+
+/** Reads one attribute that has a name. */
+class AttributeReader {
+public:
+    AttributeReader(const MemberReader<AttributeKey>& members, std::size_t position, KeyOrder& choiceKeys,
+                    Findings& findings)
+        : m_Members(members), m_ChoiceKeys(choiceKeys), m_Findings(findings)
+    {
+        m_Attribute.Position = position;
+    }
+
+    Attribute Read()
+    {
+        m_Attribute.Name = m_Members[AttributeKey::AttributeName].Text();
+        for (const auto& [key, flag] : flagKeys) {
+            if (m_Members.ReadFlag(key)) {
+                m_Attribute.Flags.Set(flag);
+            }
+        }
+        ReadNumbers();
+        ReadTexts();
+        ReadType();
+        CheckBounds(AttributeKey::LowerBound, m_Attribute.LowerBound, AttributeKey::UpperBound, m_Attribute.UpperBound);
+        CheckBounds(AttributeKey::MinLength, m_Attribute.MinLength, AttributeKey::MaxLength, m_Attribute.MaxLength);
+        ReadChoices();
+        m_Attribute.DefaultValue = ReadOwnValue(AttributeKey::DefaultValue, "default");
+        m_Attribute.CurrentValue = ReadOwnValue(AttributeKey::CurrentValue, "current value");
+        return std::move(m_Attribute);
+    }
+
+private:
+    std::string Pointer() const { return m_Members.Pointer(); }
+    std::string PointerTo(AttributeKey key) const { return m_Members.PointerTo(key); }
+
+    void ReadNumbers()
+    {
+        const std::pair<AttributeKey, std::optional<std::int64_t>*> numbers[] = {
+            {AttributeKey::DisplayOrder, &m_Attribute.DisplayOrder},
+            {AttributeKey::LowerBound, &m_Attribute.LowerBound},
+            {AttributeKey::MaxLength, &m_Attribute.MaxLength},
+            {AttributeKey::MinLength, &m_Attribute.MinLength},
+            {AttributeKey::ScalarIncrement, &m_Attribute.ScalarIncrement},
+            {AttributeKey::UpperBound, &m_Attribute.UpperBound},
+        };
+        for (const auto& [key, number] : numbers) {
+            // an upper bound that no number can exceed is none
+            const bool isNoBound = key == AttributeKey::UpperBound || key == AttributeKey::MaxLength;
+            *number = m_Members.ReadNumber(key, isNoBound ? Severity::Note : Severity::Warning);
+        }
+    }
+
     void ReadTexts()
     {
         const std::pair<AttributeKey, std::optional<std::string>*> texts[] = {
@@ -161,12 +189,7 @@ private:
             {AttributeKey::WarningText, &m_Attribute.WarningText},
         };
         for (const auto& [key, text] : texts) {
-            const JsonValue member = m_Members[key];
-            if (member.IsText()) {
-                text->emplace(member.Text());
-            } else if (IsPresent(member)) {
-                ReportLeftOut(key, FindingKind::WrongKind, Severity::Warning, std::string("it is ") + KindOf(member));
-            }
+            *text = m_Members.ReadText(key);
         }
     }
 
@@ -192,7 +215,7 @@ private:
                                   std::string(Name(lowerKey)) + " " + std::to_string(*lower);
         if (*upper == -1) {
             upper.reset();
-            ReportLeftOut(upperKey, FindingKind::NoBound, Severity::Note, found + ", which means no bound");
+            m_Members.ReportLeftOut(upperKey, FindingKind::NoBound, Severity::Note, found + ", which means no bound");
         } else {
             m_Findings.Add(Severity::Warning, FindingKind::ContradictoryBounds, Pointer(), found,
                            "both stay, and every new value is refused");
@@ -208,8 +231,8 @@ private:
                 ReadChoice(choice.Value, position++);
             }
         } else if (IsPresent(list)) {
-            ReportLeftOut(AttributeKey::Choices, FindingKind::WrongKind, Severity::Warning,
-                          std::string("the choices are ") + KindOf(list));
+            m_Members.ReportLeftOut(AttributeKey::Choices, FindingKind::WrongKind, Severity::Warning,
+                                    std::string("the choices are ") + KindOf(list));
         }
         if (m_WithoutDisplayName > 0) {
             m_Findings.Add(Severity::Note, FindingKind::ChoiceWithoutDisplayName, PointerTo(AttributeKey::Choices),
@@ -323,8 +346,7 @@ private:
                            [&](const Choice& choice) { return choice.Name == *text || choice.DisplayName == *text; });
     }
 
-    const Members& m_Members;
-    const std::string& m_List;
+    const MemberReader<AttributeKey>& m_Members;
     KeyOrder& m_ChoiceKeys;
     Findings& m_Findings;
     Attribute m_Attribute;
@@ -363,7 +385,7 @@ std::vector<Attribute> ReadAttributes(const JsonValue& list, const std::string& 
     KeyOrder keys, choiceKeys;
     std::size_t position = 0;
     for (const JsonMember& element : list) {
-        const Members members(element.Value, keys);
+        const KeyedObject<AttributeKey> members(element.Value, keys);
         if (!element.Value.IsObject()) {
             findings.About("");
             findings.Add(Severity::Error, FindingKind::WrongKind, Element(pointer, position),
@@ -373,7 +395,9 @@ std::vector<Attribute> ReadAttributes(const JsonValue& list, const std::string& 
             findings.Add(Severity::Error, FindingKind::UnnamedAttribute, Element(pointer, position),
                          "an attribute without a name", "it is left out");
         } else {
-            attributes.push_back(AttributeReader(members, pointer, position, choiceKeys, findings).Read());
+            findings.About(members[AttributeKey::AttributeName].Text());
+            const MemberReader<AttributeKey> reader(members, pointer, position, findings);
+            attributes.push_back(AttributeReader(reader, position, choiceKeys, findings).Read());
         }
         ++position;
     }
@@ -382,30 +406,46 @@ std::vector<Attribute> ReadAttributes(const JsonValue& list, const std::string& 
     return attributes;
 }
 
-std::vector<Menu> ReadMenus(const JsonValue& list)
+namespace {
+
+Menu ReadMenu(const MemberReader<MenuKey>& members, std::size_t position)
+{
+    Menu menu;
+    menu.Name = members[MenuKey::MenuName].Text();
+    menu.DisplayName = members.ReadText(MenuKey::DisplayName).value_or("");
+    menu.MenuPath = members.ReadText(MenuKey::MenuPath).value_or("");
+    menu.DisplayOrder = members.ReadNumber(MenuKey::DisplayOrder);
+    menu.Position = position;
+    const std::pair<MenuKey, Property> flags[] = {{MenuKey::ReadOnly, Property::ReadOnly},
+                                                  {MenuKey::GrayOut, Property::GrayOut},
+                                                  {MenuKey::Hidden, Property::Hidden}};
+    for (const auto& [key, flag] : flags) {
+        if (members.ReadFlag(key)) {
+            menu.Flags.Set(flag);
+        }
+    }
+    return menu;
+}
+
+} // namespace
+
+std::vector<Menu> ReadMenus(const JsonValue& list, const std::string& pointer, Findings& findings)
 {
     std::vector<Menu> menus;
     KeyOrder keys;
     std::size_t position = 0;
     for (const JsonMember& element : list) {
         const KeyedObject<MenuKey> members(element.Value, keys);
-        Menu menu;
-        menu.Name = members[MenuKey::MenuName].Text();
-        menu.DisplayName = members[MenuKey::DisplayName].Text();
-        menu.MenuPath = members[MenuKey::MenuPath].Text();
-        menu.DisplayOrder = members[MenuKey::DisplayOrder].Integer();
-        menu.Position = position++;
-        const std::pair<MenuKey, Property> flags[] = {{MenuKey::ReadOnly, Property::ReadOnly},
-                                                      {MenuKey::GrayOut, Property::GrayOut},
-                                                      {MenuKey::Hidden, Property::Hidden}};
-        for (const auto& [key, flag] : flags) {
-            if (ReadFlag(members[key]).value_or(false)) {
-                menu.Flags.Set(flag);
-            }
+        if (!element.Value.IsObject()) {
+            findings.Add(Severity::Error, FindingKind::WrongKind, Element(pointer, position),
+                         std::string("a menu that is ") + KindOf(element.Value), "it is left out");
+        } else if (members[MenuKey::MenuName].Text().empty()) {
+            findings.Add(Severity::Error, FindingKind::UnnamedMenu, Element(pointer, position), "a menu without a name",
+                         "it is left out");
+        } else {
+            menus.push_back(ReadMenu(MemberReader<MenuKey>(members, pointer, position, findings), position));
         }
-        if (!menu.Name.empty()) {
-            menus.push_back(std::move(menu));
-        }
+        ++position;
     }
     return menus;
 }

@@ -18,7 +18,7 @@ namespace RedfishConfig::Client {
  */
 std::vector<Attribute> ReadAttributes(const JsonValue& list, const std::string& pointer, Findings& findings);
 
-/** Reads "Menus"; an element without a name is none. */
-std::vector<Menu> ReadMenus(const JsonValue& list);
+/** Reads "Menus" in the same way; an element without a name is none. */
+std::vector<Menu> ReadMenus(const JsonValue& list, const std::string& pointer, Findings& findings);
 
 } // namespace RedfishConfig::Client

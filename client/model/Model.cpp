@@ -106,7 +106,8 @@ public:
             model->m_RegistryVersion = document.Registry.Member("RegistryVersion").Text();
             model->m_Attributes = ReadAttributes(ArrayMember(document, "Attributes", true, findings),
                                                  Member(document.Pointer, "Attributes"), findings);
-            model->m_Menus = ReadMenus(ArrayMember(document, "Menus", false, findings));
+            model->m_Menus =
+                ReadMenus(ArrayMember(document, "Menus", false, findings), Member(document.Pointer, "Menus"), findings);
         }
         auto names = std::make_unique<NameTable>(model->m_Attributes);
         ChoiceNumbersOfAll choices(model->m_Attributes);

@@ -788,6 +788,34 @@ TEST(MenuReading, TakesNamesPathsAndFlags)
     EXPECT_THAT(FlagTexts(model->Menus()[1].Flags), ElementsAre("ReadOnly", "GrayOut"));
 }
 
+TEST(MenuReading, ReportsWhatAttributesReport)
+{
+    json::value document = RegistryBuilder().Json();
+    document.at("RegistryEntries").as_object()["Menus"] = json::parse(R"([
+        5, {"MenuName": ""}, {"menuname": "Boot", "GRAYOUT": "true", "ReadOnly": "yes", "Hidden": null},
+        {"MenuName": "A", "MenuPath": 7, "DisplayName": ["x"], "DisplayOrder": "3"},
+        {"MenuName": "B", "DisplayOrder": 1.5}, {"MenuName": "C", "DisplayOrder": "x"}, {}])");
+    const auto model = ModelOf(document);
+    EXPECT_THAT(
+        Lines(model->Findings()),
+        ElementsAre(
+            "error wrong-kind /RegistryEntries/Menus/0", "error unnamed-menu /RegistryEntries/Menus/1",
+            "note key-name /RegistryEntries/Menus/2/menuname", "note key-name /RegistryEntries/Menus/2/GRAYOUT",
+            "warning wrong-kind /RegistryEntries/Menus/2/ReadOnly", "note wrong-kind /RegistryEntries/Menus/2/GRAYOUT",
+            "warning wrong-kind /RegistryEntries/Menus/3/DisplayName",
+            "warning wrong-kind /RegistryEntries/Menus/3/MenuPath",
+            "note wrong-kind /RegistryEntries/Menus/3/DisplayOrder",
+            "warning number-beyond-range /RegistryEntries/Menus/4/DisplayOrder",
+            "warning wrong-kind /RegistryEntries/Menus/5/DisplayOrder", "error unnamed-menu /RegistryEntries/Menus/6"));
+    EXPECT_EQ(model->Findings()[0].Found, "a menu that is a number");
+    EXPECT_EQ(model->Findings()[4].Found, "a flag that is a text");
+    EXPECT_EQ(model->Findings()[4].Consequence, "it is left out");
+    ASSERT_EQ(model->Menus().size(), 4U);
+    EXPECT_THAT(FlagTexts(model->Menus()[0].Flags), ElementsAre("GrayOut"));
+    EXPECT_EQ(model->Menus()[1].DisplayOrder, 3);
+    EXPECT_EQ(model->Menus()[2].DisplayOrder, std::nullopt);
+}
+
 TEST(PropertyNames, AreFoundInAnyLetterCase)
 {
     std::set<std::string_view> names;

@@ -36,6 +36,7 @@ enum class FindingKind {
     // attributes
     KeyName,
     UnnamedAttribute,
+    UnnamedMenu,
     RepeatedAttribute,
     UnknownType,
     NumberBeyondRange,
