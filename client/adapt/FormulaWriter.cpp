@@ -518,10 +518,11 @@ private:
         }
         const std::string& name = m_Model.Attributes()[attribute].Name;
         m_Findings.About(name);
+        std::string pointer; // looked up once
         for (const Choice& choice : m_Values.ChoicesOf(attribute)) {
             if (!m_Hazards.IsSafe(choice.Name)) {
-                m_Findings.Add(Severity::Warning, FindingKind::ValueWithOperators,
-                               Member(m_Model.PointerToAttribute(attribute), "Value"),
+                pointer = pointer.empty() ? m_Model.PointerToMember(attribute, Property::Choices) : pointer;
+                m_Findings.Add(Severity::Warning, FindingKind::ValueWithOperators, pointer,
                                "the choice " + Quote(choice.Name) + " of " + name +
                                    " has operators or the name of a setting in it",
                                "adapt again when the setting has this value");

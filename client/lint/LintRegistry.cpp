@@ -2,7 +2,6 @@
 
 #include "../Limits.h"
 #include "../intake/Findings.h"
-#include "../intake/JsonPointer.h"
 #include "../intake/Quote.h"
 #include "../model/PatternDefect.h"
 #include "Contradictions.h"
@@ -240,7 +239,7 @@ private:
         m_Findings.About(attribute.Name);
         ReportLock(index);
         if (attribute.Pattern) {
-            ReportPattern(*attribute.Pattern, Member(m_Model.PointerToAttribute(index), "ValueExpression"));
+            ReportPattern(*attribute.Pattern, m_Model.PointerToMember(index, Property::ValueExpression));
         }
         if (const auto* number = std::get_if<std::int64_t>(&attribute.DefaultValue);
             number != nullptr && attribute.Type == AttributeType::Integer) {
@@ -298,7 +297,7 @@ private:
         if ((isBelow || (upper.second && measure > *upper.second)) &&
             m_Model.RulesFor(attribute, broken.first).empty() && m_Model.IsComplete(attribute, broken.first)) {
             m_Findings.Add(Severity::Warning, FindingKind::DefaultOutOfBounds,
-                           Member(m_Model.PointerToAttribute(attribute), "DefaultValue"),
+                           m_Model.PointerToMember(attribute, Property::DefaultValue),
                            what + " is " + (isBelow ? "below " : "above ") + std::string(Name(broken.first)) + " " +
                                std::to_string(*broken.second),
                            "the default is accepted all the same, and no other value beyond the bound is");

@@ -3,6 +3,7 @@
 #include "../Limits.h"
 #include "../intake/Findings.h"
 #include "../intake/JsonPointer.h"
+#include "../intake/KeyNames.h"
 #include "../intake/Quote.h"
 #include "AttributeReader.h"
 #include "ChoiceNumbers.h"
@@ -142,6 +143,13 @@ struct Model::MenuRuleRoom {
 /** @param leftOutOnMenus by menu the properties that rules on it would decide which are not kept; empty for none */
 void Model::BuildIndices(std::vector<PropertySet> leftOutOnMenus, Client::Findings& findings)
 {
+    std::size_t position = 0;
+    for (const JsonMember& element : m_Document.Entries.Member("Attributes")) {
+        const std::size_t next = m_Published.size();
+        if (next < m_Attributes.size() && m_Attributes[next].Position == position++) {
+            m_Published.push_back(element.Value);
+        }
+    }
     std::vector<std::vector<std::size_t>> below(m_Menus.size());
     FindMenus(below, DecidedByMenus(leftOutOnMenus), findings);
     MenuRuleRoom room;
@@ -325,6 +333,14 @@ FlagSet Model::FlagsOf(std::size_t attribute) const
 std::string Model::PointerToAttribute(std::size_t attribute) const
 {
     return Element(Member(m_Document.Pointer, "Attributes"), m_Attributes[attribute].Position);
+}
+
+std::string Model::PointerToMember(std::size_t attribute, Property property) const
+{
+    KeyOrder order;
+    const KeyedObject<AttributeKey> members(m_Published[attribute], order);
+    const std::optional<AttributeKey> key = FindAttributeKey(Name(property));
+    return Member(PointerToAttribute(attribute), key ? members.KeyOf(*key) : Name(property));
 }
 
 std::string Model::PointerToRule(std::size_t rule) const

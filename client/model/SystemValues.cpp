@@ -191,7 +191,9 @@ private:
             std::count_if(m_Values.Values.begin(), m_Values.Values.end(),
                           [this](const auto& entry) { return m_Model.Find(entry.first).has_value(); }));
         const bool fits = 2 * known >= m_Values.Values.size();
-        m_InValues.Add(fits ? Severity::Note : Severity::Warning, FindingKind::ForeignRegistry, "/AttributeRegistry",
+        const std::string resource = m_Values.Pointer.substr(0, m_Values.Pointer.rfind('/')); // around the values
+        m_InValues.Add(fits ? Severity::Note : Severity::Warning, FindingKind::ForeignRegistry,
+                       Member(resource, "AttributeRegistry"),
                        "the values belong to the registry " + Quote(m_Values.AttributeRegistry) + ", and this is " +
                            Quote(id),
                        fits ? "their names fit" : "most of their names are not in this registry");
@@ -205,7 +207,7 @@ private:
         if (kept == attribute.Choices.size() && !isSwapped) {
             return;
         }
-        const std::string pointer = Member(m_Model.PointerToAttribute(index), "Value");
+        const std::string pointer = m_Model.PointerToMember(index, Property::Choices);
         m_InRegistry.About(attribute.Name);
         if (isSwapped) {
             m_InRegistry.Add(Severity::Note, FindingKind::DisplayNamesAreValues, pointer,

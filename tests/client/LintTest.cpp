@@ -1218,6 +1218,31 @@ TEST(RepeatedKeys, AreReportedByPointer)
     EXPECT_EQ(values.Values.at("A"), SettingValue(2));
 }
 
+TEST(Pointers, HaveTheKeysOfTheDocument)
+{
+    const RegistryDocument document = ReadRegistryDocument(R"({"Id": "R", "RegistryEntries": {"Attributes": [{},
+        {"Name": "A", "Type": "String", "valueexpression": "[", "defaultvalue": "xyz", "MaxLength": 2},
+        {"Name": "B", "Type": "Enumeration", "Values": ["x", "x", "High (HPC) "], "DefaultValue": "x"},
+        {"Name": "C", "Type": "String"}],
+        "Dependencies": [{"Dependency": {"MapFrom": [{"MapFromAttribute": "B", "MapFromProperty": "CurrentValue",
+            "MapFromCondition": "EQU", "MapFromValue": "x"}],
+            "MapToAttribute": "C", "MapToProperty": "ReadOnly", "MapToValue": true}}]}})");
+    const auto model = Model::Read(document);
+    EXPECT_THAT(Lines(LintRegistry(*model)),
+                ElementsAre("warning unusable-pattern /RegistryEntries/Attributes/1/valueexpression",
+                            "warning default-out-of-bounds /RegistryEntries/Attributes/1/defaultvalue"));
+    const ValuesDocument values =
+        ReadValuesDocument(R"({"Body": {"AttributeRegistry": "Other", "Attributes": {"B": "x", "C": "y"}}})");
+    const SystemValues system(model, values);
+    EXPECT_THAT(Lines(system.Findings(values)),
+                ElementsAre("note foreign-registry /Body/AttributeRegistry",
+                            "warning repeated-choice /RegistryEntries/Attributes/2/Values"));
+    EXPECT_THAT(Lines(Adapt(system).Findings),
+                testing::Contains("warning value-with-operators /RegistryEntries/Attributes/2/Values"));
+    EXPECT_EQ(model->PointerToMember(0, Property::DefaultValue), "/RegistryEntries/Attributes/1/defaultvalue");
+    EXPECT_EQ(model->PointerToMember(2, Property::DefaultValue), "/RegistryEntries/Attributes/3/DefaultValue");
+}
+
 TEST(RepeatedKeys, ManyAreCounted)
 {
     std::string text = R"({"RegistryEntries": {"Attributes": []})";

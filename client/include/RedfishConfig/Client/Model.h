@@ -9,6 +9,7 @@
 #include <RedfishConfig/Client/Attribute.h>
 #include <RedfishConfig/Client/Documents.h>
 #include <RedfishConfig/Client/Finding.h>
+#include <RedfishConfig/Client/Json.h>
 #include <RedfishConfig/Client/Rule.h>
 #include <RedfishConfig/Export.h>
 
@@ -111,6 +112,9 @@ public:
     std::string PointerToAttribute(std::size_t attribute) const;
     std::string PointerToRule(std::size_t rule) const;
 
+    /** To a member of an attribute, under the key that the document has; under that of today where it has none. */
+    std::string PointerToMember(std::size_t attribute, Property property) const;
+
     /** The document that the model was read from. */
     const RegistryDocument& Document() const { return m_Document; }
 
@@ -153,6 +157,7 @@ private:
     Lists m_RulesReading; // by attribute
     Lists m_MenusOf;      // by attribute
 
+    std::vector<JsonValue> m_Published; // the attributes
     std::vector<PropertySet> m_LeftOut; // by attribute: those that are not complete; empty where all are
 };
 
