@@ -32,19 +32,33 @@ std::vector<Answer> AskSelected(System& system, const Selection& selection, Ques
     return answers;
 }
 
+/** What an answer hangs on; empty when it is certain. */
+const std::string& DoubtAbout(const Answer& answer)
+{
+    return answer.DoubtAboutValue.empty() ? answer.DoubtAboutDefault : answer.DoubtAboutValue;
+}
+
 } // namespace
 
 ExitCode RunQuestion(System& system, const Selection& selection, const AnswerShape& shape, Output& output)
 {
     const std::vector<Answer> answers = AskSelected(system, selection, shape.Asked);
     if (output.Json()) {
-        json::object byName;
+        json::object byName, doubts;
         for (const Answer& answer : answers) {
             if (answer.Ok()) {
                 byName[answer.Subject->Name()] = shape.ToJson(answer, system.Options());
             }
+            const std::string& doubt = DoubtAbout(answer);
+            if (answer.Ok() && !doubt.empty()) {
+                doubts[answer.Subject->Name()] = doubt;
+            }
         }
-        output.Write(json::object{{shape.JsonKey, std::move(byName)}, {"refused", RefusalsToJson(answers, system)}});
+        json::object all{{shape.JsonKey, std::move(byName)}, {"refused", RefusalsToJson(answers, system)}};
+        if (shape.Asked == Question::Choices || shape.Asked == Question::Default) {
+            all["uncertain"] = std::move(doubts);
+        }
+        output.Write(std::move(all));
     } else {
         bool isFirst = true;
         for (const Answer& answer : answers) {
@@ -53,6 +67,9 @@ ExitCode RunQuestion(System& system, const Selection& selection, const AnswerSha
                 isFirst = false;
             }
         }
+    }
+    if (shape.Asked == Question::Default) { // the text of choices says so itself
+        ComplainOfDoubts(answers, output);
     }
     if (selection.All) {
         ComplainByReason(answers, "not answered", output);

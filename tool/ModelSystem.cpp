@@ -168,6 +168,7 @@ Answer ModelSystem::AnswerAbout(Question question, const Setting& setting, Detai
         break;
     case Question::Default:
         AnswerValue(DefaultInForce(m_Evaluation, m_Values, setting.Index), "default value", answer);
+        answer.DoubtAboutDefault = detail == Detail::Reasons ? DoubtAboutDefault(setting.Index) : "";
         break;
     case Question::Choices:
         AnswerChoices(setting.Index, answer);
@@ -211,6 +212,10 @@ void ModelSystem::AnswerChoices(std::size_t attribute, Answer& answer) const
     if (!answer.Ok()) {
         return;
     }
+    answer.DoubtAboutValue = Client::DoubtAboutValues(m_Evaluation, m_Values, attribute);
+    if (!answer.DoubtAboutValue.empty()) {
+        answer.Text += "\n\tWhich values it accepts is not certain: " + answer.DoubtAboutValue;
+    }
     const SettingStatus status = m_Status.Of(attribute, Detail::Verdicts);
     const bool isHidden = status.IsHiddenByRule() || !status[StatusRow::Hidden].Certain;
     std::string reason = m_Status.ReasonOf(attribute, isHidden ? StatusRow::Hidden : StatusRow::GrayOut);
@@ -218,6 +223,19 @@ void ModelSystem::AnswerChoices(std::size_t attribute, Answer& answer) const
         reason[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(reason[0])));
         answer.Text += "\n\t" + reason;
     }
+}
+
+std::string ModelSystem::DoubtAboutDefault(std::size_t attribute) const
+{
+    return Client::DoubtAboutProperty(m_Evaluation, m_Values, attribute, Client::Property::DefaultValue);
+}
+
+std::string ModelSystem::DoubtAboutReset(const Setting& setting) const
+{
+    constexpr Client::Property flag = Client::Property::ResetRequired;
+    return m_Evaluation.VerdictOn(setting.Index, flag).Certain
+               ? ""
+               : Client::ReasonFor(m_Evaluation, m_Values, setting.Index, flag);
 }
 
 void ModelSystem::AnswerDescription(std::size_t attribute, Answer& answer) const
@@ -285,6 +303,7 @@ Answer ModelSystem::PrepareDefault(const std::string& name)
     if (answer.Ok()) {
         answer = Prepare(*setting, RedfishConfig::FILTER_LOAD_DEFAULT, RedfishConfig::RESULT_CHANGE_SETTING_FAILED,
                          [](ValueChecker& checker) { return checker.CheckDefault(); });
+        answer.DoubtAboutDefault = DoubtAboutDefault(setting->Index);
     }
     answer.Name = name;
     return answer;

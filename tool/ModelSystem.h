@@ -24,6 +24,7 @@ public:
     Restored Restore(const std::map<std::string, std::string>& saved, bool withSystemUnique) override;
     bool AreSame(const Setting& setting, const std::string& left, const std::string& right) const override;
     SettingStatus StatusOf(const Setting& setting) override;
+    std::string DoubtAboutReset(const Setting& setting) const override;
     std::vector<SettingStatus> AllStatus(Detail detail) override;
     std::map<std::string, std::vector<std::string>> Groups() override;
     boost::json::object Identity() const override;
@@ -37,6 +38,7 @@ private:
     void AnswerValue(const RedfishConfig::Client::Value& value, const char* what, Answer& answer) const;
     void AnswerChoices(std::size_t attribute, Answer& answer) const;
     void AnswerDescription(std::size_t attribute, Answer& answer) const;
+    std::string DoubtAboutDefault(std::size_t attribute) const;
     ValueChecker CheckerOf(const Setting& setting);
     Answer Prepare(const Setting& setting, RedfishConfig::filterAction action, int refusalCode,
                    const std::function<CheckedValue(ValueChecker&)>& check);

@@ -141,6 +141,9 @@ void ComplainOfDoubts(const std::vector<Answer>& answers, Output& output)
         if (answer.Ok() && !answer.DoubtAboutValue.empty()) {
             output.Complain("which values " + answer.Name + " accepts is not certain: " + answer.DoubtAboutValue);
         }
+        if (answer.Ok() && !answer.DoubtAboutDefault.empty()) {
+            output.Complain("the default of " + answer.Name + " is not certain: " + answer.DoubtAboutDefault);
+        }
     }
 }
 

@@ -43,7 +43,8 @@ struct Answer {
 
     /** Properties that would refuse a change, but are not true as far as is known; with reasons. */
     std::vector<std::pair<StatusRow, std::string>> Doubts;
-    std::string DoubtAboutValue; ///< what it hangs on whether the value is accepted; empty when that is certain
+    std::string DoubtAboutValue;   ///< what it hangs on which values are accepted; empty when that is certain
+    std::string DoubtAboutDefault; ///< what it hangs on what the default is, where that is asked for or set
 
     bool Ok() const { return Result == RedfishConfig::RESULT_SUCCEED; }
 };
@@ -103,6 +104,9 @@ public:
 
     /** The dynamic properties of a setting of Settings(). */
     virtual SettingStatus StatusOf(const Setting& setting) = 0;
+
+    /** What it hangs on whether a change needs a reset: the whole reason; empty when that is certain. */
+    virtual std::string DoubtAboutReset(const Setting& /*setting*/) const { return ""; }
 
     /** The dynamic properties of Settings(), in the same order. */
     virtual std::vector<SettingStatus> AllStatus(Detail detail) = 0;

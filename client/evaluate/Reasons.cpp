@@ -187,21 +187,26 @@ std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now, st
                          : cause + "; the controller's own flag says " + (verdict.Value ? "yes" : "no");
 }
 
+std::string DoubtAboutProperty(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute,
+                               Property property)
+{
+    // the lists of choices in force are intersected; of the other rules the first that is true counts
+    const std::optional<std::size_t> inForce =
+        property == Property::Choices ? std::nullopt : evaluation.RuleInForce(attribute, property);
+    const Outcome* const outcome = inForce ? &now.Of().Rules()[*inForce].Outcome : nullptr;
+    const auto unknown = FirstUnknownRule(evaluation, attribute, property, outcome);
+    return unknown && (!inForce || *unknown < *inForce) ? UnknownClause(now, *unknown)
+                                                        : LeftOutClause(now.Of(), attribute, property);
+}
+
 std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute)
 {
     for (const Property property :
          {Property::Choices, Property::LowerBound, Property::UpperBound, Property::ScalarIncrement, Property::MinLength,
           Property::MaxLength, Property::ValueExpression}) {
-        // the lists of choices in force are intersected; of the other rules the first that is true counts
-        const std::optional<std::size_t> inForce =
-            property == Property::Choices ? std::nullopt : evaluation.RuleInForce(attribute, property);
-        const Outcome* const outcome = inForce ? &now.Of().Rules()[*inForce].Outcome : nullptr;
-        const auto unknown = FirstUnknownRule(evaluation, attribute, property, outcome);
-        if (unknown && (!inForce || *unknown < *inForce)) {
-            return UnknownClause(now, *unknown);
-        }
-        if (!now.Of().IsComplete(attribute, property)) {
-            return LeftOutClause(now.Of(), attribute, property);
+        std::string doubt = DoubtAboutProperty(evaluation, now, attribute, property);
+        if (!doubt.empty()) {
+            return doubt;
         }
     }
     return "";

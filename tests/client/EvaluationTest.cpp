@@ -586,6 +586,22 @@ TEST_F(RuleMeaning, WhatIsAcceptedMayHangOnWhatIsNotKnown)
     EXPECT_EQ(DoubtAboutValues(evaluation, now, now.Of().Find("Mode").value()), "");
 }
 
+TEST_F(RuleMeaning, APropertyMayHangOnWhatIsNotKnown)
+{
+    m_Registry.Rule("Level", "DefaultValue", 5, {Term{"Gone", "EQU", 1}});
+    m_Registry.Rule("Level", "DefaultValue", 7, {Term{"Mode", "EQU", "Uefi"}});
+    m_Registry.Rule("Level", "HelpText", "x", {Term{"Mode", "EQU", "Uefi"}});
+    m_Registry.Rule("Level", "HelpText", "y", {Term{"Gone", "EQU", 1}}); // comes too late
+    const SystemValues now = Read({{"Mode", std::string("Uefi")}});
+    const Evaluation evaluation(now);
+    const std::size_t level = now.Of().Find("Level").value();
+    EXPECT_EQ(DoubtAboutProperty(evaluation, now, level, Property::DefaultValue),
+              "rule 0 reads Gone, and no attribute has that name");
+    EXPECT_EQ(DoubtAboutProperty(evaluation, now, level, Property::HelpText), "");
+    EXPECT_EQ(DoubtAboutProperty(evaluation, now, level, Property::UpperBound), "");
+    EXPECT_EQ(DoubtAboutValues(evaluation, now, level), ""); // a default decides nothing about other values
+}
+
 TEST_F(RuleMeaning, AValueThatCannotBeReadIsNoneAndNothingStandsInForIt)
 {
     m_Registry.Attribute("Own", "Integer", {{"CurrentValue", 4}});

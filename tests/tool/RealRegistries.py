@@ -98,7 +98,8 @@ class Registry:
             self.run(command, "--all")
             for options in ([], ["--hex"], ["--include-protected"]):
                 document = self.run(command, "--all", "--json", *options)
-                assert set(document) == {key, "refused"}, document.keys()
+                expected = {key, "refused"} | ({"uncertain"} if command in ("choices", "defaults") else set())
+                assert set(document) == expected, document.keys()
                 refused = [check_refusal(refusal) for refusal in document["refused"]]
                 assert sorted([*document[key], *refused]) == sorted(self.attributes), f"{self.path}: {command}"
                 assert [name for name in order if name in document[key]] == list(document[key])
@@ -115,7 +116,7 @@ class Registry:
             assert [setting["name"] for setting in document["settings"]] == names
             for setting in document["settings"]:
                 assert set(setting) == {"name", "displayName", "type", "menu", "menuTitles", "value", "default",
-                                        "choices", "status", "resetRequired", "warning", "help", "refusals"}, setting
+                                        "choices", "status", "resetRequired", "warning", "help", "refusals", "uncertain"}, setting
                 self.check_status(setting["status"])
                 assert isinstance(setting["resetRequired"], bool)
                 assert set(setting["refusals"]) <= {"value", "default", "choices"}

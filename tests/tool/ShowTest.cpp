@@ -133,7 +133,7 @@ TEST(Show, JsonHasEveryFact)
     setting.as_object().erase("status");
     EXPECT_EQ(setting, boost::json::parse(R"({"name": "A", "displayName": "The A", "type": "Integer", "menu": "./M",
         "menuTitles": ["M"], "value": 5, "default": null, "choices": "Integer ", "resetRequired": true, "warning": null,
-        "help": null, "refusals": {"default": "A has no default value."}})"));
+        "help": null, "refusals": {"default": "A has no default value."}, "uncertain": {}})"));
     EXPECT_EQ(answer.at("refused"), boost::json::array());
 }
 

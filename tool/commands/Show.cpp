@@ -31,13 +31,18 @@ struct Facts {
     Answer Default;
     Answer Choices;
     SettingStatus Status;
+    std::string DoubtAboutReset; ///< empty when it is certain whether one is needed
 };
 
 Facts CollectFacts(System& system, const Setting& setting)
 {
     const std::string& name = setting.Name();
-    return {&setting, system.Ask(Question::Value, name), system.Ask(Question::Default, name),
-            system.Ask(Question::Choices, name), system.StatusOf(setting)};
+    return {&setting,
+            system.Ask(Question::Value, name),
+            system.Ask(Question::Default, name),
+            system.Ask(Question::Choices, name),
+            system.StatusOf(setting),
+            system.DoubtAboutReset(setting)};
 }
 
 /** The menus on the way to the setting, the outermost first. */
@@ -130,6 +135,14 @@ void PrintValidValues(const Answer& choices, const SystemOptions& options, Sheet
     sheet.LineIfAny("Pattern", record.ValueExpression.value_or(""));
 }
 
+/** Below what is not certain. */
+void PrintDoubt(const std::string& doubt, Sheet& sheet)
+{
+    if (!doubt.empty()) {
+        sheet.Prose("", "(not certain: " + doubt + ")");
+    }
+}
+
 std::string Describe(const PropertyStatus& status)
 {
     const std::string word = status.Certain ? status.Value ? "yes" : "no" : "unknown";
@@ -147,11 +160,14 @@ void PrintFacts(const Facts& facts, const SystemOptions& options, Output& output
     sheet.LineIfAny("Menu", MenuLine(*facts.Subject));
     PrintValue("Value", facts.Value, sheet);
     PrintValue("Default", facts.Default, sheet);
+    PrintDoubt(facts.Default.DoubtAboutDefault, sheet);
     PrintValidValues(facts.Choices, options, sheet);
+    PrintDoubt(facts.Choices.DoubtAboutValue, sheet);
     for (const ShownProperty& property : shownProperties) {
         sheet.Prose(property.Label, Describe(facts.Status[property.Row]));
     }
-    sheet.Line("Reset needed", record.ResetRequired ? "yes" : "no");
+    const bool isCertain = facts.DoubtAboutReset.empty();
+    sheet.Prose("Reset needed", isCertain ? record.ResetRequired ? "yes" : "no" : facts.DoubtAboutReset);
     sheet.Prose("Warning", record.WarningText);
     sheet.Prose("Help", record.HelpText);
 }
@@ -176,6 +192,15 @@ json::value FactsToJson(const Facts& facts, const System& system)
             refusals[key] = answer->Result.ErrorMsg();
         }
     }
+    json::object doubts;
+    const std::pair<const char*, const std::string&> doubtful[] = {{"default", facts.Default.DoubtAboutDefault},
+                                                                   {"choices", facts.Choices.DoubtAboutValue},
+                                                                   {"resetRequired", facts.DoubtAboutReset}};
+    for (const auto& [key, doubt] : doubtful) {
+        if (!doubt.empty()) {
+            doubts[key] = doubt;
+        }
+    }
     return json::object{
         {"name", facts.Subject->Name()},
         {"displayName", OptionalToJson(record.DisplayName)},
@@ -190,6 +215,7 @@ json::value FactsToJson(const Facts& facts, const System& system)
         {"warning", OptionalToJson(record.WarningText)},
         {"help", OptionalToJson(record.HelpText)},
         {"refusals", std::move(refusals)},
+        {"uncertain", std::move(doubts)},
     };
 }
 

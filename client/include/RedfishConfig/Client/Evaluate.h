@@ -156,6 +156,14 @@ REDFISHCONFIG_EXPORT std::string DoubtAbout(const Evaluation& evaluation, const 
                                             std::size_t attribute, Property flag);
 
 /**
+ * What it hangs on what one property, other than a flag, of an attribute is: "rule 39 reads X, and the system does not
+ * report it", of the first unknown rule that could change it; or that rules for it are left out. Empty when it is
+ * certain.
+ */
+REDFISHCONFIG_EXPORT std::string DoubtAboutProperty(const Evaluation& evaluation, const SystemValues& now,
+                                                    std::size_t attribute, Property property);
+
+/**
  * What it hangs on which values an attribute accepts: "rule 39 reads X, and the system does not report it", of the
  * first rule for its choices, bounds, increment, lengths or pattern that is unknown, or that rules for them are left
  * out. Empty when none is.
