@@ -65,7 +65,8 @@ private:
     static void CutPointer(std::string& pointer)
     {
         if (pointer.size() > Limits::pointerBytes) {
-            std::string(pointer, 0, pointer.rfind('/', Limits::pointerBytes)).swap(pointer); // gives the memory back
+            pointer.resize(pointer.rfind('/', Limits::pointerBytes));
+            pointer.shrink_to_fit(); // a key may be as long as the document
         }
     }
 

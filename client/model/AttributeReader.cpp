@@ -58,9 +58,9 @@ public:
     std::string Pointer() const { return Element(m_List, m_Position); }
     std::string PointerTo(Key key) const { return Member(Pointer(), m_Members.KeyOf(key)); }
 
-    void ReportLeftOut(Key key, FindingKind kind, Severity level, std::string found) const
+    void ReportLeftOut(Key key, FindingKind kind, Severity level, const std::string& found) const
     {
-        m_Findings.Add(level, kind, PointerTo(key), std::move(found), "it is left out");
+        m_Findings.Add(level, kind, PointerTo(key), found, "it is left out");
     }
 
     bool ReadFlag(Key key) const
