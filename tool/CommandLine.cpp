@@ -147,10 +147,14 @@ std::string MisspeltCommand(const CLI::App& app)
 /** A complaint without the values of NAME=VALUE arguments, each of which may be a password. */
 std::string WithoutValues(std::string complaint, const std::vector<std::string>& arguments)
 {
-    for (const std::string& argument : arguments) {
-        if (argument.find('=') != std::string::npos) {
-            complaint = ReplaceAll(std::move(complaint), argument, WithoutValue(argument));
-        }
+    std::vector<std::string> withValues;
+    std::copy_if(arguments.begin(), arguments.end(), std::back_inserter(withValues),
+                 [](const std::string& argument) { return argument.find('=') < argument.size() - 1; });
+    std::sort(withValues.begin(), withValues.end(), [](const std::string& left, const std::string& right) {
+        return left.size() > right.size(); // one may be a part of another
+    });
+    for (const std::string& argument : withValues) {
+        complaint = ReplaceAll(std::move(complaint), argument, WithoutValue(argument));
     }
     return complaint;
 }

@@ -122,8 +122,8 @@ std::vector<std::string> RemarksOn(const Documents& documents)
 {
     std::vector<std::string> remarks;
     for (const Finding& finding : documents.Published.Findings) {
-        if (finding.Kind == FindingKind::UnusableValue && finding.Unlisted > 0) {
-            remarks.push_back(documents.Files.Values + ": " + Counted(finding.Unlisted, "more value") +
+        if (finding.Kind == FindingKind::UnusableValue && finding.CountsOthers) {
+            remarks.push_back(documents.Files.Values + ": " + Counted(finding.Count, "more value") +
                               " cannot be used, and each counts as no value");
         } else if (finding.Kind == FindingKind::UnusableValue) {
             remarks.push_back(documents.Files.Values + ": the value of " + finding.Attribute + " is " + finding.Found +
@@ -131,11 +131,6 @@ std::vector<std::string> RemarksOn(const Documents& documents)
         }
     }
     return remarks;
-}
-
-std::size_t NumberOf(const Finding& finding)
-{
-    return std::max(finding.Unlisted, std::size_t{1});
 }
 
 std::vector<Finding> FindingsOf(const Documents& documents)
@@ -167,7 +162,7 @@ void AddDoubts(const std::vector<Finding>& findings, std::vector<Doubt>& doubts)
         const bool hasNoEffect =
             std::find(withoutEffect.begin(), withoutEffect.end(), finding.Kind) != withoutEffect.end();
         if (finding.Level == Severity::Error || (finding.Level == Severity::Warning && !hasNoEffect)) {
-            doubts.push_back({finding.Level, finding.In, finding.Attribute, NumberOf(finding)});
+            doubts.push_back({finding.Level, finding.In, finding.Attribute, finding.Count});
         }
     }
 }
@@ -178,7 +173,7 @@ std::string CountedFindings(const std::vector<Finding>& findings)
 {
     LevelCounts levels;
     for (const Finding& finding : findings) {
-        levels[finding.Level] += NumberOf(finding);
+        levels[finding.Level] += finding.Count;
     }
     return CountedLevels(levels);
 }

@@ -42,9 +42,6 @@ Documents Understand(const DocumentFiles& files, const RedfishConfig::Client::Re
 /** What the values have that no setting can hold, a line each. */
 std::vector<std::string> RemarksOn(const Documents& documents);
 
-/** How many were found in place of one in the list: more than one where it counts those that are not listed. */
-std::size_t NumberOf(const RedfishConfig::Client::Finding& finding);
-
 /** All findings of the documents, of the registry and of the values beside it. */
 std::vector<RedfishConfig::Client::Finding> FindingsOf(const Documents& documents);
 

@@ -227,7 +227,7 @@ void ModelSystem::AnswerChoices(std::size_t attribute, Answer& answer) const
 
 std::string ModelSystem::DoubtAboutDefault(std::size_t attribute) const
 {
-    return Client::DoubtAboutProperty(m_Evaluation, m_Values, attribute, Client::Property::DefaultValue);
+    return Client::DoubtAbout(m_Evaluation, m_Values, attribute, Client::Property::DefaultValue);
 }
 
 std::string ModelSystem::DoubtAboutReset(const Setting& setting) const

@@ -123,6 +123,11 @@ private:
     {
         if (!m_Model.IsComplete(attribute, flag)) {
             SetFlag(attribute, flag, true);
+            const std::string& name = m_Model.Attributes()[attribute].Name;
+            m_Findings.About(name);
+            m_Findings.Add(Severity::Error, FindingKind::TooLarge, m_Model.PointerToAttribute(attribute),
+                           "the menus of " + name + " have more rules and flags than can be kept",
+                           std::string(Name(flag)) + " of " + name + " is true in the adapted registry");
             ReportUndecided(attribute, flag, "Its menus have more rules and flags than can be kept.");
             return;
         }

@@ -3,22 +3,11 @@
 #include "../Limits.h"
 #include "../model/ValueConversion.h"
 
-#include <limits>
 #include <utility>
 
 namespace RedfishConfig::Client {
 
 namespace {
-
-ValueSet AnyInteger()
-{
-    return ValueSet::Integers(std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max());
-}
-
-ValueSet AnyText()
-{
-    return (AnyInteger() | ValueSet::NoValue()).Complement();
-}
 
 ValueSet OfType(const Model& model, std::size_t attribute)
 {
@@ -28,7 +17,7 @@ ValueSet OfType(const Model& model, std::size_t attribute)
     case AttributeType::Integer:
         return ValueSet::WithinBounds(model, attribute);
     default:
-        return AnyText();
+        return ValueSet::AnyText();
     }
 }
 
@@ -128,7 +117,7 @@ StatesOfTest TestStates::OrderOf(const Test& test)
     numeric.Operand = *operand;
     StatesOfTest states;
     states.True = ValueSet::Fulfilling(numeric).value_or(ValueSet::Nothing());
-    states.False = AnyInteger() & states.True.Complement();
+    states.False = ValueSet::AnyInteger() & states.True.Complement();
     std::set<std::string> texts;
     if (source.Type == AttributeType::Enumeration) {
         if (source.Choices.size() > Limits::orderedChoices) {

@@ -30,7 +30,7 @@ struct Evaluation::Flags {
     std::vector<Pair> Ruled;                ///< that rules decide, or that are not complete
     std::vector<std::uint8_t> WithoutRules; ///< verdicts by attribute and flag, as the flags alone give them
 
-    /** Null when no rule decides the flag. */
+    /** Null where the flags alone decide. */
     const Pair* Find(std::size_t attribute, Property flag) const;
 };
 

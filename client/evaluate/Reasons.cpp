@@ -166,9 +166,7 @@ std::string LeftOutClause(const Model& model, std::size_t attribute, Property pr
     return model.IsComplete(attribute, property) ? "" : "its menus have more rules and flags than can be kept";
 }
 
-} // namespace
-
-std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute, Property flag)
+std::string DoubtAboutFlag(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute, Property flag)
 {
     const Verdict verdict = evaluation.VerdictOn(attribute, flag);
     if (verdict.Certain) {
@@ -187,8 +185,8 @@ std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now, st
                          : cause + "; the controller's own flag says " + (verdict.Value ? "yes" : "no");
 }
 
-std::string DoubtAboutProperty(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute,
-                               Property property)
+std::string DoubtAboutOther(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute,
+                            Property property)
 {
     // the lists of choices in force are intersected; of the other rules the first that is true counts
     const std::optional<std::size_t> inForce =
@@ -199,12 +197,20 @@ std::string DoubtAboutProperty(const Evaluation& evaluation, const SystemValues&
                                                         : LeftOutClause(now.Of(), attribute, property);
 }
 
+} // namespace
+
+std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute, Property property)
+{
+    return IsFlag(property) ? DoubtAboutFlag(evaluation, now, attribute, property)
+                            : DoubtAboutOther(evaluation, now, attribute, property);
+}
+
 std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& now, std::size_t attribute)
 {
     for (const Property property :
          {Property::Choices, Property::LowerBound, Property::UpperBound, Property::ScalarIncrement, Property::MinLength,
           Property::MaxLength, Property::ValueExpression}) {
-        std::string doubt = DoubtAboutProperty(evaluation, now, attribute, property);
+        std::string doubt = DoubtAbout(evaluation, now, attribute, property);
         if (!doubt.empty()) {
             return doubt;
         }

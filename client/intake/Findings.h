@@ -32,7 +32,7 @@ public:
         ++m_Kinds[{level, kind}].Listed;
         CutPointer(pointer);
         m_List.push_back({level, kind, m_Document, std::move(pointer), std::move(found), std::move(consequence),
-                          m_Attribute, m_Rule, 0});
+                          m_Attribute, m_Rule, 1, false});
     }
 
     /** Counts findings that are not listed, in one finding of their severity and kind. */
@@ -41,11 +41,12 @@ public:
         OfKind& known = m_Kinds[{level, kind}];
         if (!known.Counting) {
             known.Counting = m_List.size();
-            m_List.push_back({level, kind, m_Document, "", "", "only their number is reported", "", std::nullopt, 0});
+            m_List.push_back(
+                {level, kind, m_Document, "", "", "only their number is reported", "", std::nullopt, 0, true});
         }
         Finding& counting = m_List[*known.Counting];
-        counting.Unlisted += count;
-        counting.Found = std::to_string(counting.Unlisted) + " more of this kind";
+        counting.Count += count;
+        counting.Found = std::to_string(counting.Count) + " more of this kind";
     }
 
     /** What follows is about this attribute, and about this rule where there is one. */

@@ -232,7 +232,7 @@ private:
     /** The number that the operand of an order of choices stands for. */
     std::optional<std::int64_t> LimitOf(const Test& test, bool displayNamesAreValues) const
     {
-        return ReadDecimal(m_Numbers.ValueFor(std::get<std::string>(test.Operand), displayNamesAreValues));
+        return m_Numbers.NumberFor(std::get<std::string>(test.Operand), displayNamesAreValues);
     }
 
     std::string StateOf(const std::string& text) const

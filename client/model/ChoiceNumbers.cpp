@@ -1,5 +1,7 @@
 #include "ChoiceNumbers.h"
 
+#include "../intake/Text.h"
+
 #include <algorithm>
 
 namespace RedfishConfig::Client {
@@ -63,6 +65,11 @@ std::string_view ChoiceNumbers::ValueFor(std::string_view text, bool displayName
     const std::string_view value = displayNamesAreValues ? choice.DisplayName : choice.Name;
     // one name for several choices, or several names for one text, would say something else
     return Of(own, value) == Of(other, text) ? value : text;
+}
+
+std::optional<std::int64_t> ChoiceNumbers::NumberFor(std::string_view text, bool displayNamesAreValues) const
+{
+    return ReadDecimal(ValueFor(text, displayNamesAreValues));
 }
 
 bool ChoiceNumbers::Has(std::string_view text) const

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -25,6 +26,9 @@ public:
 
     /** The value that a text stands for, where that is clear; else the text. */
     std::string_view ValueFor(std::string_view text, bool displayNamesAreValues) const;
+
+    /** The number that such a value is, if it is one. */
+    std::optional<std::int64_t> NumberFor(std::string_view text, bool displayNamesAreValues) const;
 
     /** Whether a text is one of the names. */
     bool Has(std::string_view text) const;

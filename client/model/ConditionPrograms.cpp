@@ -258,8 +258,8 @@ void ConditionPrograms::FindOperand(CodedTest& test, const ChoiceNumbers* choice
     const auto* text = std::get_if<std::string>(test.Operand);
     if (test.What == CodedTest::Kind::Less || test.What == CodedTest::Kind::LessOrEqual) {
         const bool isName = choices != nullptr && text != nullptr;
-        test.Limit = isName ? ReadDecimal(choices->ValueFor(*text, false)) : NumberOf(*test.Operand);
-        test.LimitAsShown = isName ? ReadDecimal(choices->ValueFor(*text, true)) : test.Limit;
+        test.Limit = isName ? choices->NumberFor(*text, false) : NumberOf(*test.Operand);
+        test.LimitAsShown = isName ? choices->NumberFor(*text, true) : test.Limit;
     } else if (choices != nullptr && text != nullptr) {
         test.Choices = choices->Of(*text, false);
         test.ChoicesAsShown = choices->Of(*text, true);

@@ -176,7 +176,7 @@ void Model::BuildIndices(std::vector<PropertySet> leftOutOnMenus, Client::Findin
     m_RulesReading = Lists(m_Attributes.size(), reading);
     for (std::size_t attribute = 0; attribute < m_Attributes.size() && !leftOutOnMenus.empty(); ++attribute) {
         for (const std::size_t menu : MenusOf(attribute)) {
-            LeaveOut(attribute, leftOutOnMenus[menu]);
+            MarkIncomplete(attribute, leftOutOnMenus[menu]);
         }
     }
 }
@@ -201,17 +201,17 @@ Model::PropertySet Model::DecidedByMenus(const std::vector<PropertySet>& leftOut
     return decided;
 }
 
-void Model::LeaveOut(std::size_t attribute, PropertySet properties)
+void Model::MarkIncomplete(std::size_t attribute, PropertySet properties)
 {
     if (properties.any()) {
-        m_LeftOut.resize(m_Attributes.size());
-        m_LeftOut[attribute] |= properties;
+        m_Incomplete.resize(m_Attributes.size());
+        m_Incomplete[attribute] |= properties;
     }
 }
 
 bool Model::IsComplete(std::size_t attribute, Property property) const
 {
-    return m_LeftOut.empty() || !m_LeftOut[attribute][static_cast<std::size_t>(property)];
+    return m_Incomplete.empty() || !m_Incomplete[attribute][static_cast<std::size_t>(property)];
 }
 
 /**
@@ -237,7 +237,7 @@ void Model::FindMenus(std::vector<std::vector<std::size_t>>& below, PropertySet 
         }
         isFull = isFull || menus.size() + along.size() > Limits::menuRuleTargets;
         if (isFull) {
-            LeaveOut(attribute, decidedByMenus);
+            MarkIncomplete(attribute, decidedByMenus);
             findings.About(m_Attributes[attribute].Name);
             findings.Add(Severity::Error, FindingKind::TooLarge, PointerToAttribute(attribute),
                          "settings are in more menus than can be kept", "what they decide of this one is not known");

@@ -159,6 +159,10 @@ private:
             return true;
         }
         const std::vector<std::size_t>& menus = MenusNamed(rule.TargetName);
+        if (menus.empty()) {
+            return LeaveOut(Severity::Warning, FindingKind::UnknownTarget, rule,
+                            "the target " + Quote(rule.TargetName) + " is neither an attribute nor a menu");
+        }
         m_MenuTargets += menus.size();
         if (m_MenuTargets > Limits::menuRuleTargets) {
             if (const auto property = FindProperty(published.Inner[DependencyKey::MapToProperty].Text())) {
@@ -168,9 +172,7 @@ private:
                             "more menus are targets of rules than can be kept");
         }
         rule.TargetMenus = menus;
-        return !rule.TargetMenus.empty() ||
-               LeaveOut(Severity::Warning, FindingKind::UnknownTarget, rule,
-                        "the target " + Quote(rule.TargetName) + " is neither an attribute nor a menu");
+        return true;
     }
 
     /** The menus of that name; else those whose names differ in the case of letters alone. */

@@ -172,7 +172,7 @@ bool TermReader::IsNumber(const Test& test)
         return NumberOf(test.Operand).has_value();
     }
     const ChoiceNumbers& choices = m_Choices.Of(test.Source);
-    return ReadDecimal(choices.ValueFor(*text, false)) || ReadDecimal(choices.ValueFor(*text, true));
+    return choices.NumberFor(*text, false) || choices.NumberFor(*text, true);
 }
 
 /** Reports what makes a test odd; it stays as it is. */

@@ -112,11 +112,6 @@ ValueSet Ordered(Comparison compare, std::int64_t operand)
     }
 }
 
-ValueSet AnyText()
-{
-    return (ValueSet::Integers(minInteger, maxInteger) | ValueSet::NoValue()).Complement();
-}
-
 ValueSet OfType(const Model& model, std::size_t index)
 {
     const Attribute& attribute = model.Attributes()[index];
@@ -130,11 +125,11 @@ ValueSet OfType(const Model& model, std::size_t index)
         for (const Choice& choice : attribute.Choices) {
             names.insert(choice.Name);
         }
-        return names.empty() ? AnyText() : ValueSet::Texts(std::move(names));
+        return names.empty() ? ValueSet::AnyText() : ValueSet::Texts(std::move(names));
     }
     case AttributeType::String:
     case AttributeType::Password:
-        return AnyText();
+        return ValueSet::AnyText();
     case AttributeType::Unknown:
         break;
     }
@@ -230,6 +225,16 @@ ValueSet ValueSet::Integers(std::int64_t first, std::int64_t last)
     return set;
 }
 
+ValueSet ValueSet::AnyInteger()
+{
+    return Integers(minInteger, maxInteger);
+}
+
+ValueSet ValueSet::AnyText()
+{
+    return (AnyInteger() | NoValue()).Complement();
+}
+
 ValueSet ValueSet::Texts(std::set<std::string> texts)
 {
     ValueSet set;
@@ -247,11 +252,12 @@ ValueSet ValueSet::WithinBounds(const Model& model, std::size_t attribute)
 {
     const Attribute& published = model.Attributes()[attribute];
     const auto boundOr = [&](Property property, const std::optional<std::int64_t>& bound, std::int64_t none) {
-        return bound && model.RulesFor(attribute, property).empty() ? *bound : none;
+        const bool isFixed = model.RulesFor(attribute, property).empty() && model.IsComplete(attribute, property);
+        return bound && isFixed ? *bound : none;
     };
     const std::int64_t lower = boundOr(Property::LowerBound, published.LowerBound, minInteger);
     const std::int64_t upper = boundOr(Property::UpperBound, published.UpperBound, maxInteger);
-    return lower <= upper ? Integers(lower, upper) : Integers(minInteger, maxInteger);
+    return lower <= upper ? Integers(lower, upper) : AnyInteger();
 }
 
 std::optional<ValueSet> ValueSet::Fulfilling(const Test& test)

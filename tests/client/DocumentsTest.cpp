@@ -196,7 +196,8 @@ TEST(RegistryDocumentReading, ReportsRepeatedKeysAHundredOneByOne)
     EXPECT_EQ(findings[99].Pointer, "/x");
     EXPECT_EQ(findings[100].Pointer, "");
     EXPECT_EQ(findings[100].Found, "3 more of this kind");
-    EXPECT_EQ(findings[100].Unlisted, 3U);
+    EXPECT_EQ(findings[100].Count, 3U);
+    EXPECT_TRUE(findings[100].CountsOthers);
 }
 
 TEST(UnusableRegistryDocument, HasAnEmptyModel)

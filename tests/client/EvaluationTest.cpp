@@ -595,10 +595,10 @@ TEST_F(RuleMeaning, APropertyMayHangOnWhatIsNotKnown)
     const SystemValues now = Read({{"Mode", std::string("Uefi")}});
     const Evaluation evaluation(now);
     const std::size_t level = now.Of().Find("Level").value();
-    EXPECT_EQ(DoubtAboutProperty(evaluation, now, level, Property::DefaultValue),
+    EXPECT_EQ(DoubtAbout(evaluation, now, level, Property::DefaultValue),
               "rule 0 reads Gone, and no attribute has that name");
-    EXPECT_EQ(DoubtAboutProperty(evaluation, now, level, Property::HelpText), "");
-    EXPECT_EQ(DoubtAboutProperty(evaluation, now, level, Property::UpperBound), "");
+    EXPECT_EQ(DoubtAbout(evaluation, now, level, Property::HelpText), "");
+    EXPECT_EQ(DoubtAbout(evaluation, now, level, Property::UpperBound), "");
     EXPECT_EQ(DoubtAboutValues(evaluation, now, level), ""); // a default decides nothing about other values
 }
 
@@ -787,7 +787,9 @@ TEST_F(RuleEvents, AreEndedAfterManyWavesAndManyEffects)
     EXPECT_TRUE(largest.IsCut);
     ASSERT_FALSE(largest.Changes.empty());
     EXPECT_LT(largest.Changes.back().Wave, 1'000U);
-    EXPECT_LT(largest.Changes.size() + largest.Conflicts.size(), 250'000U + 300U + 11U + 1U);
+    const std::size_t effects = largest.Changes.size() + largest.Conflicts.size();
+    EXPECT_GT(effects, 250'000U);
+    EXPECT_LT(effects, 250'000U + 300U + 11U + 1U);
 }
 
 TEST_F(RuleEvents, MayHappenWhereTheConditionIsUnknown)

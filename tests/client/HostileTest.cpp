@@ -532,12 +532,13 @@ TEST(HostileElements, AreReportedAThousandOneByOne)
     const std::vector<Finding>& findings = model->Findings();
     ASSERT_EQ(findings.size(), 2'002U);
     EXPECT_EQ(findings[999].Pointer, "/RegistryEntries/Attributes/999");
-    EXPECT_EQ(findings[999].Unlisted, 0U);
+    EXPECT_FALSE(findings[999].CountsOthers);
     const auto check = [](const Finding& counting, FindingKind kind, std::size_t count) {
         EXPECT_EQ(counting.Level, Severity::Error);
         EXPECT_EQ(counting.Kind, kind);
         EXPECT_EQ(counting.Found, std::to_string(count) + " more of this kind");
-        EXPECT_EQ(counting.Unlisted, count);
+        EXPECT_EQ(counting.Count, count);
+        EXPECT_TRUE(counting.CountsOthers);
         EXPECT_EQ(counting.Pointer + counting.Attribute, "");
         EXPECT_EQ(counting.Rule, std::nullopt);
     };
@@ -558,7 +559,7 @@ TEST(HostileElements, OfOneKindAreCountedBySeverity)
     for (const Finding& finding : model->Findings()) {
         EXPECT_EQ(finding.Kind, FindingKind::WrongKind);
         ++listed[finding.Level];
-        unlisted[finding.Level] += finding.Unlisted;
+        unlisted[finding.Level] += finding.CountsOthers ? finding.Count : 0;
     }
     EXPECT_THAT(listed, ElementsAre(std::pair(Severity::Note, 1'001U), std::pair(Severity::Warning, 1'001U)));
     EXPECT_THAT(unlisted, ElementsAre(std::pair(Severity::Note, 500U), std::pair(Severity::Warning, 500U)));
@@ -793,6 +794,106 @@ TEST(HostileMenus, WithLargeRulesForManySettingsLeaveDoubt)
     EXPECT_TRUE(ModelOf(texts)->IsComplete(0, Property::HelpText));
     dependency["MapToValue"] = std::string(64'000, 'x');
     EXPECT_FALSE(ModelOf(texts)->IsComplete(0, Property::HelpText));
+}
+
+/** A registry whose first rule, on the menu of all settings, is too large for them; with A1 as given, and more rules.
+ */
+json::value WithRuleTooLarge(const char* property, json::value outcome, const json::object& members,
+                             const std::vector<json::value>& rules)
+{
+    json::value registry = json::parse(WithMenus(5'000, 1, 1));
+    json::object& entries = registry.at("RegistryEntries").as_object();
+    json::object& dependency = entries["Dependencies"].as_array()[0].at("Dependency").as_object();
+    json::object term = dependency["MapFrom"].as_array()[0].as_object();
+    term["MapTerms"] = "OR";
+    json::array& terms = dependency["MapFrom"].as_array();
+    terms.insert(terms.begin(), 899, term); // with 901 parts, 4,505,000 for 5,000 settings
+    dependency["MapToProperty"] = property;
+    dependency["MapToValue"] = std::move(outcome);
+    for (const auto& [key, value] : members) {
+        entries["Attributes"].as_array()[1].as_object()[key] = value;
+    }
+    for (const json::value& rule : rules) {
+        entries["Dependencies"].as_array().push_back(rule);
+    }
+    return registry;
+}
+
+json::value RuleOn(const char* target, const char* property, json::value outcome, const char* source,
+                   const char* sourceProperty, const char* condition, json::value operand)
+{
+    const json::object term{{"MapFromAttribute", source},
+                            {"MapFromProperty", sourceProperty},
+                            {"MapFromCondition", condition},
+                            {"MapFromValue", std::move(operand)}};
+    return json::object{{"Dependency",
+                         {{"MapFrom", json::array{term}},
+                          {"MapToAttribute", target},
+                          {"MapToProperty", property},
+                          {"MapToValue", std::move(outcome)}}}};
+}
+
+TEST(HostileMenus, ThatAreBeyondTheLimitContradictNothing)
+{
+    const json::object number{{"Type", "Integer"}, {"LowerBound", 0}, {"UpperBound", 100}};
+    json::object withDefault = number;
+    withDefault["DefaultValue"] = 150;
+    const struct {
+        const char* property; ///< that the rule which is left out decides
+        const char* other;    ///< that it decides instead, so that there is the finding
+        json::value outcome;
+        json::object members;
+        std::vector<json::value> rules;
+        const char* finding;
+    } rows[] = {
+        {"UpperBound",
+         "MaxLength",
+         200,
+         number,
+         {RuleOn("A2", "HelpText", "x", "A1", "CurrentValue", "GTR", 150)},
+         "never-holds"},
+        {"UpperBound", "MaxLength", 200, withDefault, {}, "default-out-of-bounds"},
+        {"Immutable", "Hidden", false, {{"Immutable", true}}, {}, "never-changeable"},
+        {"ReadOnly",
+         "Hidden",
+         false,
+         {},
+         {RuleOn("A1", "ReadOnly", true, "A2", "CurrentValue", "EQU", "x"),
+          RuleOn("A1", "ReadOnly", true, "A2", "CurrentValue", "NEQ", "x")},
+         "never-changeable"},
+    };
+    for (const auto& row : rows) {
+        const auto has = [&](const char* property) {
+            const std::vector<Finding> findings =
+                LintRegistry(*ModelOf(WithRuleTooLarge(property, row.outcome, row.members, row.rules)));
+            return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+                return Word(finding.Kind) == row.finding && finding.Attribute != "A0";
+            });
+        };
+        EXPECT_FALSE(has(row.property)) << row.property << " " << row.finding;
+        EXPECT_TRUE(has(row.other)) << row.property << " " << row.finding;
+    }
+}
+
+TEST(HostileMenus, ThatAreBeyondTheLimitMakeFlagsThatNoFormulaAsksFor)
+{
+    json::value registry =
+        WithRuleTooLarge("ReadOnly", false, {}, {RuleOn("T", "Hidden", true, "A1", "ReadOnly", "EQU", true)});
+    registry.at("RegistryEntries").at("Attributes").as_array().push_back({{"AttributeName", "T"}, {"Type", "String"}});
+    const Adaptation adapted = AdaptRegistry(registry);
+    EXPECT_EQ(AdaptedAttribute(adapted, 1).at("ReadOnly").as_bool(), true); // which it is not as published
+    EXPECT_FALSE(StatusOfAll(adapted).at("T").Hidden.Value);
+}
+
+TEST(HostileMenus, AreNotTheTargetsOfUnknownNames)
+{
+    json::value registry = json::parse(WithMenus(1, 1'000, 1'001)); // more menus as targets than are kept
+    registry.at("RegistryEntries")
+        .at("Dependencies")
+        .as_array()
+        .push_back(RuleOn("Gone", "Hidden", true, "A0", "CurrentValue", "EQU", "x"));
+    const auto model = ModelOf(registry);
+    EXPECT_EQ(model->Findings().back().Kind, FindingKind::UnknownTarget);
 }
 
 TEST(HostileMenus, HaveThePatternsOfTheirRulesReportedOnce)

@@ -443,6 +443,7 @@ TEST(Adapt, TellsTheFirstFindingsOfEachKind)
         {8, ""},
         {9, "registry.json: 1 more error of the kind inexpressible"},
         {10, "registry.json: 2 more errors of the kind inexpressible"},
+        {1'500, "registry.json: 1492 more errors of the kind inexpressible"}, // a thousand are listed
     };
     for (const auto& [count, last] : cases) {
         std::ostringstream answers;

@@ -140,7 +140,8 @@ class Registry:
         counts, findings = document["counts"], document["findings"]
         assert (done.returncode, done.stderr) == (1 if counts["error"] else 0, b""), done
         for finding in findings:
-            assert set(finding) == {"severity", "kind", "document", "place", "found", "consequence", "attribute", "rule"}, finding
+            assert set(finding) == {"severity", "kind", "document", "place", "found", "consequence", "count",
+                                    "attribute", "rule"}, finding
             assert finding["found"] and finding["consequence"], finding
             self.look_up(finding)
         assert counts == {level: sum(1 for finding in findings if finding["severity"] == level) for level in counts}

@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <numeric>
 #include <set>
 #include <string>
 #include <string_view>
@@ -136,7 +137,8 @@ void ComplainOfFindings(const std::string& file, const Client::Adaptation& adapt
     std::vector<Client::Finding> findings(adapted.Findings.begin() + static_cast<std::ptrdiff_t>(known),
                                           adapted.Findings.end());
     const auto rankOf = [](const Client::Finding& finding) { // what is about the whole registry goes first
-        return std::tuple(-static_cast<int>(finding.Level), finding.Kind, !finding.Pointer.empty());
+        return std::tuple(-static_cast<int>(finding.Level), finding.Kind, finding.CountsOthers,
+                          !finding.Pointer.empty());
     };
     std::stable_sort(findings.begin(), findings.end(), [&](const Client::Finding& left, const Client::Finding& right) {
         return rankOf(left) < rankOf(right);
@@ -147,14 +149,17 @@ void ComplainOfFindings(const std::string& file, const Client::Adaptation& adapt
         });
         const std::string level(Client::Word(begin->Level));
         const std::string kind(Client::Word(begin->Kind));
-        for (std::size_t told = 0; begin != end && told < mostNamed; ++told, ++begin) {
+        for (std::size_t told = 0; begin != end && told < mostNamed && !begin->CountsOthers; ++told, ++begin) {
             std::string line = file;
             line.append(": ").append(level).append(" ").append(kind).append(": ").append(begin->Found);
             output.Complain(line.append("; ").append(begin->Consequence));
         }
         if (begin != end) {
             std::string line = file;
-            line.append(": ").append(Counted(static_cast<std::size_t>(end - begin), "more " + level));
+            const std::size_t more =
+                std::accumulate(begin, end, std::size_t{0},
+                                [](std::size_t sum, const Client::Finding& finding) { return sum + finding.Count; });
+            line.append(": ").append(Counted(more, "more " + level));
             output.Complain(line.append(" of the kind ").append(kind));
         }
         begin = end;

@@ -66,9 +66,8 @@ void Print(const std::vector<Finding>& findings, Output& output)
                                           [&](const Finding& finding) { return IsOfOneGroup(*begin, finding); });
         const std::string heading =
             std::string(Client::Word(begin->Level)) + " " + std::string(Client::Word(begin->Kind));
-        const std::size_t count =
-            std::accumulate(begin, end, std::size_t{0},
-                            [](std::size_t sum, const Finding& finding) { return sum + NumberOf(finding); });
+        const std::size_t count = std::accumulate(
+            begin, end, std::size_t{0}, [](std::size_t sum, const Finding& finding) { return sum + finding.Count; });
         output.Answers() << output.Paint().Heading(heading) << ": " << count << '\n';
         for (; begin != end; ++begin) {
             PrintFinding(*begin, output);
@@ -101,7 +100,7 @@ json::object ToJson(const std::vector<Finding>& findings, const std::map<Client:
     for (const Severity level : {Severity::Error, Severity::Warning, Severity::Note}) {
         std::size_t count = 0;
         for (const Finding& finding : findings) {
-            count += finding.Level == level ? NumberOf(finding) : 0;
+            count += finding.Level == level ? finding.Count : 0;
         }
         counts[Client::Word(level)] = count;
     }
@@ -114,6 +113,7 @@ json::object ToJson(const std::vector<Finding>& findings, const std::map<Client:
                                     {"place", finding.Pointer},
                                     {"found", finding.Found},
                                     {"consequence", finding.Consequence},
+                                    {"count", finding.Count},
                                     {"attribute", TextOrNull(finding.Attribute)},
                                     {"rule", finding.Rule ? json::value(*finding.Rule) : json::value(nullptr)}});
     }

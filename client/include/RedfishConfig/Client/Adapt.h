@@ -27,7 +27,10 @@ struct AdaptedCount {
     std::size_t LeftOut = 0; ///< of Undecided, without a meaning, or for what the core has no rules: choices
 };
 
-/** A flag of a setting whose rules the core's text cannot hold. It is true in the adapted registry, as a safeguard. */
+/**
+ * A flag of a setting whose rules the core's text cannot hold, or whose menus are not kept as a whole. It is true in
+ * the adapted registry, as a safeguard.
+ */
 struct UndecidedFlag {
     std::string Setting;
     Property Flag = Property::ReadOnly;

@@ -37,7 +37,7 @@ struct Cascade {
     std::vector<RuleChange> Changes; ///< in the order in which they happened
     std::vector<RuleConflict> Conflicts;
     std::vector<std::size_t> MayChange; ///< rules that were triggered and whose condition is unknown; each once
-    bool IsCycle = false;               ///< it came to what a wave had begun with before, and was ended there
+    bool IsCycle = false;               ///< a wave left the values and the changed settings of an earlier one: ended
     bool IsCut = false;                 ///< it was ended: after 1,000 waves, or 250,000 changes and conflicts
     SystemValues After;
 };

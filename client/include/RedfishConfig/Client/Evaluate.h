@@ -149,24 +149,17 @@ REDFISHCONFIG_EXPORT std::string ReasonFor(const Evaluation& evaluation, const S
                                            Property flag);
 
 /**
- * What a verdict that is not certain hangs on: "rule 39 reads X, and the system does not report it; the controller's
- * own flag says no". Empty for one that is certain.
+ * What a property depends on that is not known: of a flag "rule 39 reads X, and the system does not report it; the
+ * controller's own flag says no"; of another property the same of the first unknown rule that could change it, or that
+ * rules for it are not kept. Empty for one that is certain.
  */
 REDFISHCONFIG_EXPORT std::string DoubtAbout(const Evaluation& evaluation, const SystemValues& now,
-                                            std::size_t attribute, Property flag);
+                                            std::size_t attribute, Property property);
 
 /**
- * What it hangs on what one property, other than a flag, of an attribute is: "rule 39 reads X, and the system does not
- * report it", of the first unknown rule that could change it; or that rules for it are left out. Empty when it is
- * certain.
- */
-REDFISHCONFIG_EXPORT std::string DoubtAboutProperty(const Evaluation& evaluation, const SystemValues& now,
-                                                    std::size_t attribute, Property property);
-
-/**
- * What it hangs on which values an attribute accepts: "rule 39 reads X, and the system does not report it", of the
- * first rule for its choices, bounds, increment, lengths or pattern that is unknown, or that rules for them are left
- * out. Empty when none is.
+ * What it depends on which values an attribute accepts: "rule 39 reads X, and the system does not report it", of the
+ * first rule for its choices, bounds, increment, lengths or pattern that is unknown; or that rules for them are not
+ * kept. Empty when that is certain.
  */
 REDFISHCONFIG_EXPORT std::string DoubtAboutValues(const Evaluation& evaluation, const SystemValues& now,
                                                   std::size_t attribute);

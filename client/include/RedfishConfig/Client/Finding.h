@@ -86,7 +86,10 @@ enum class FindingKind {
 /** All kinds, in the order of FindingKind. */
 REDFISHCONFIG_EXPORT const std::vector<FindingKind>& FindingKinds();
 
-/** Of one severity and kind the first 1,000 that are found in a document are listed; one more counts the others. */
+/**
+ * Of one severity and kind the first 1,000 of each reader are listed, and one more counts the others. (Documents, the
+ * model, the values, lint and adapting are read one by one; of repeated keys 100 are listed.)
+ */
 struct Finding {
     Severity Level = Severity::Note;
     FindingKind Kind = FindingKind::WrongKind;
@@ -100,7 +103,8 @@ struct Finding {
     std::string Consequence;
     std::string Attribute; ///< that it is about; empty for none, for several, and for a name of more than 4,096 bytes
     std::optional<std::size_t> Rule; ///< the position in "Dependencies" of the rule that it is about
-    std::size_t Unlisted = 0;        ///< of the one that counts others: how many; else 0
+    std::size_t Count = 1;           ///< how many findings it stands for: 1 unless it counts others
+    bool CountsOthers = false;       ///< whether it stands for findings of its severity and kind that are not listed
 };
 
 /** "note", "warning", "error". */

@@ -54,9 +54,9 @@ struct RuleCount {
  * An attribute whose name differs from an earlier one in the case of letters alone is left out, with a finding, as are
  * those without a name. A rule is left out, with a finding, when its target is neither an attribute nor a menu, its
  * property is none of an attribute (or, on a menu, one of a single setting), or its outcome is none that the property
- * can have, or when rules on menus are more than can be kept. A rule that gives CurrentValue or DefaultValue a value of
- * another type than the attribute's stays as it is. So does one with terms that have no meaning: these terms are never
- * known.
+ * can have, or when more menus are targets of rules than can be kept. A rule that gives CurrentValue or DefaultValue a
+ * value of another type than the attribute's stays as it is. So does one with terms that have no meaning: these terms
+ * are never known.
  *
  * May be read by several threads.
  */
@@ -130,7 +130,7 @@ private:
     void FindMenus(std::vector<std::vector<std::size_t>>& below, PropertySet decidedByMenus,
                    Client::Findings& findings);
     PropertySet DecidedByMenus(const std::vector<PropertySet>& leftOutOnMenus) const;
-    void LeaveOut(std::size_t attribute, PropertySet properties);
+    void MarkIncomplete(std::size_t attribute, PropertySet properties);
     std::optional<std::vector<std::size_t>> TargetsOf(std::size_t index,
                                                       const std::vector<std::vector<std::size_t>>& below,
                                                       MenuRuleRoom& room, Client::Findings& findings) const;
@@ -157,8 +157,8 @@ private:
     Lists m_RulesReading; // by attribute
     Lists m_MenusOf;      // by attribute
 
-    std::vector<JsonValue> m_Published; // the attributes
-    std::vector<PropertySet> m_LeftOut; // by attribute: those that are not complete; empty where all are
+    std::vector<JsonValue> m_Published;    // the attributes
+    std::vector<PropertySet> m_Incomplete; // by attribute: those that are not complete; empty where all are
 };
 
 } // namespace RedfishConfig::Client

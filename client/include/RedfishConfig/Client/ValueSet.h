@@ -34,6 +34,8 @@ public:
     static ValueSet NoValue();              ///< the state of having none, alone
     static ValueSet Of(const Value& value); ///< this value alone; NoValue() for none, nothing for a password
     static ValueSet Integers(std::int64_t first, std::int64_t last);
+    static ValueSet AnyInteger();
+    static ValueSet AnyText();
     static ValueSet Texts(std::set<std::string> texts);
 
     /**
