@@ -878,11 +878,11 @@ TEST(HostileMenus, ThatAreBeyondTheLimitContradictNothing)
 TEST(HostileMenus, ThatAreBeyondTheLimitMakeFlagsThatNoFormulaAsksFor)
 {
     json::value registry =
-        WithRuleTooLarge("ReadOnly", false, {}, {RuleOn("T", "Hidden", true, "A1", "ReadOnly", "EQU", true)});
+        WithRuleTooLarge("ReadOnly", false, {}, {RuleOn("T", "Hidden", true, "A1", "ReadOnly", "EQU", false)});
     registry.at("RegistryEntries").at("Attributes").as_array().push_back({{"AttributeName", "T"}, {"Type", "String"}});
     const Adaptation adapted = AdaptRegistry(registry);
     EXPECT_EQ(AdaptedAttribute(adapted, 1).at("ReadOnly").as_bool(), true); // which it is not as published
-    EXPECT_FALSE(StatusOfAll(adapted).at("T").Hidden.Value);
+    EXPECT_TRUE(StatusOfAll(adapted).at("T").Hidden.Value);
 }
 
 TEST(HostileMenus, AreNotTheTargetsOfUnknownNames)
