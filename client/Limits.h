@@ -42,8 +42,10 @@ constexpr std::size_t enumeratedNumbers = 256;
 /** In a name, a value or an operand of a formula: texts that can end a key of the core. */
 constexpr std::size_t keyTails = 64;
 
-/** Rules for the order of choices that are numbers are written for no more choices. */
+/** Rules for the order of choices that are numbers are written for no more choices, and those with a name of several
+ * choices for no more of them. */
 constexpr std::size_t orderedChoices = 1'000;
+constexpr std::size_t choicesOfName = 16;
 
 /** Deeper menu paths are cut: what follows counts as one name. The deepest path seen in use has seven pieces. */
 constexpr std::size_t menuLevels = 32;
@@ -51,7 +53,7 @@ constexpr std::size_t menuLevels = 32;
 /** Menus as targets of rules, settings in menus, and settings that rules on menus decide; of each so many in all. */
 constexpr std::size_t menuRuleTargets = 1'000'000;
 
-/** Rules on menus, each once for every setting that it decides: their terms and choices, and sixteen bytes of texts. */
+/** Parts of rules on menus, for every setting that they decide: a part is a term, a choice, or 16 bytes of a text. */
 constexpr std::size_t menuRuleParts = 4'000'000;
 
 /** Rounds of rules for current values that act on each other after a change, and what they do in all of these. */

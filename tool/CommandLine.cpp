@@ -50,6 +50,7 @@ struct Request {
     bool Json = false;
     bool AsPublished = false;
     unsigned TraceLevel = 0;
+    std::vector<std::string> Arguments; ///< all of them, as they were given
     std::variant<Runner, DocumentsRunner> Run;
 };
 
@@ -148,8 +149,14 @@ std::string MisspeltCommand(const CLI::App& app)
 std::string WithoutValues(std::string complaint, const std::vector<std::string>& arguments)
 {
     std::vector<std::string> withValues;
-    std::copy_if(arguments.begin(), arguments.end(), std::back_inserter(withValues),
-                 [](const std::string& argument) { return argument.find('=') < argument.size() - 1; });
+    for (const std::string& argument : arguments) {
+        if (argument.find('=') < argument.size() - 1) {
+            withValues.push_back(argument);
+            if (argument.front() == '-') { // of --option=NAME=VALUE a complaint may have the last part alone
+                withValues.push_back(argument.substr(argument.find('=') + 1));
+            }
+        }
+    }
     std::sort(withValues.begin(), withValues.end(), [](const std::string& left, const std::string& right) {
         return left.size() > right.size(); // one may be a part of another
     });
@@ -242,12 +249,23 @@ void ComplainOfEach(const std::vector<std::string>& remarks, Output& output)
     }
 }
 
+/** Keeps NAME=VALUE out of the log where it is looked up as a name: the value may be a password. */
+void KeepAssignments(const Request& request, Secrets& secrets)
+{
+    for (const std::string& argument : request.Arguments) {
+        if (argument.find('=') < argument.size() - 1) {
+            secrets.Add(argument);
+        }
+    }
+}
+
 ExitCode RunAsPublished(const Request& request, Output& output, std::ostream& err)
 {
     RegistryInput registry = ReadRegistry(request.Files.Registry);
     const ValuesInput values = request.Files.Values.empty() ? ValuesInput{} : ReadValues(request.Files.Values);
     ComplainOfEach(values.Remarks, output);
     Secrets secrets(registry.Document, values.Values);
+    KeepAssignments(request, secrets);
     const Trace trace(request.TraceLevel, err, secrets);
     CoreSystem system(std::move(registry), values.Values, request.Options, secrets);
     WarnOfForeignValues(request.Files.Values, values.Values, system, output);
@@ -265,6 +283,7 @@ ExitCode RunOnModel(const Request& request, Output& output, std::ostream& err)
     }
     ComplainOfEach(RemarksOn(documents), output);
     Secrets secrets;
+    KeepAssignments(request, secrets);
     const Trace trace(request.TraceLevel, err, secrets);
     ModelSystem system(documents, request.Options, secrets);
     WarnOfForeignValues(request.Files.Values, documents.Published.Values, system, output);
@@ -302,6 +321,7 @@ ExitCode RunTool(const std::vector<std::string>& arguments, const Environment& e
     Request request;
     request.Files.Registry = environment.Registry;
     request.Files.Values = environment.Values;
+    request.Arguments = arguments;
     if (const std::optional<ExitCode> done = Parse(arguments, request, out, err)) {
         out.flush();
         return *done;

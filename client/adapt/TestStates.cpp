@@ -58,6 +58,10 @@ StatesOfTest TestStates::Of(const Test& test)
         return OrderOf(test);
     }
     StatesOfTest states;
+    if (NamesTooMany(test)) {
+        states.Defect = "compares " + m_Values.Of().Attributes()[test.Source].Name + " with a name of too many choices";
+        return states;
+    }
     states.True = HasValue(test.Operand) ? EqualTo(test) : ValueSet::NoValue();
     states.False = HasValue(test.Operand) ? (states.True | ValueSet::NoValue()).Complement() : states.True.Complement();
     if (!isEqual) {
@@ -89,6 +93,19 @@ bool TestStates::HoldsSeveralChoices(std::size_t attribute)
     const ChoiceTexts& choices = ChoicesOf(attribute);
     const auto named = choices.ByOtherName.find(*held);
     return choices.Values.count(*held) == 0 && named != choices.ByOtherName.end() && named->second.size() > 1;
+}
+
+/** Whether the operand is another name of more choices than are written one by one. */
+bool TestStates::NamesTooMany(const Test& test)
+{
+    const auto* text = std::get_if<std::string>(&test.Operand);
+    if (text == nullptr || m_Values.Of().Attributes()[test.Source].Type != AttributeType::Enumeration) {
+        return false;
+    }
+    const ChoiceTexts& choices = ChoicesOf(test.Source);
+    const auto named = choices.ByOtherName.find(*text);
+    return choices.Values.count(*text) == 0 && named != choices.ByOtherName.end() &&
+           named->second.size() > Limits::choicesOfName;
 }
 
 /** A text that is no value of an enumeration, but another name of choices, is any of these. */

@@ -40,6 +40,7 @@ private:
         std::unordered_map<std::string, std::set<std::string>> ByOtherName;
     };
     const ChoiceTexts& ChoicesOf(std::size_t attribute);
+    bool NamesTooMany(const Test& test);
     ValueSet EqualTo(const Test& test);
     StatesOfTest OrderOf(const Test& test);
 

@@ -3,6 +3,7 @@
 #include "../model/ConditionPrograms.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace RedfishConfig::Client {
@@ -78,31 +79,52 @@ std::shared_ptr<const Evaluation::Flags> Evaluation::FindFlags() const
     return flags;
 }
 
-/** What one more rule says of a true flag; the first true rule has the last word. */
-FlagOrigin Evaluation::OriginAfter(std::size_t rule, FlagOrigin origin) const
-{
-    if (m_Rules[rule] == Truth::True) {
-        return GivesTrue(m_Model->Rules()[rule]) ? FlagOrigin::Explained : FlagOrigin::Marked;
+/** Where a true flag came from, by the rules for it, which are added in their order. */
+class Evaluation::OriginFinder {
+public:
+    /** @return whether the rule decides, and the following ones do not count */
+    bool Add(Truth truth, bool givesTrue)
+    {
+        if (truth == Truth::True) { // an earlier rule would go first if it was true
+            const bool mayBeOther = givesTrue ? m_UnknownGivesFalse : m_UnknownGivesTrue;
+            m_Origin = mayBeOther ? FlagOrigin::Unexplained : givesTrue ? FlagOrigin::Explained : FlagOrigin::Marked;
+        } else if (truth == Truth::Unknown) {
+            m_Origin = FlagOrigin::Unexplained;
+            (givesTrue ? m_UnknownGivesTrue : m_UnknownGivesFalse) = true;
+        }
+        m_IsDecided = truth == Truth::True;
+        return m_IsDecided;
     }
-    return m_Rules[rule] == Truth::Unknown ? FlagOrigin::Unexplained : origin;
-}
+
+    bool IsDecided() const { return m_IsDecided; }
+    FlagOrigin Origin() const { return m_Origin; }
+
+private:
+    FlagOrigin m_Origin = FlagOrigin::Marked;
+    bool m_UnknownGivesTrue = false;
+    bool m_UnknownGivesFalse = false;
+    bool m_IsDecided = false;
+};
 
 /** The flags of menus, by menu and flag: a rule on a setting in the menu does not explain them, one on the menu does.
  */
 std::vector<FlagOrigin> Evaluation::FindMenuFlags() const
 {
-    std::vector<FlagOrigin> origins(m_Model->Menus().size() * flagCount, FlagOrigin::Marked);
-    std::vector<bool> isDecided(origins.size(), false);
+    std::vector<OriginFinder> finders(m_Model->Menus().size() * flagCount);
     for (std::size_t rule = 0; rule < m_Model->Rules().size(); ++rule) {
         const Property flag = m_Model->Rules()[rule].Decides;
         for (const std::size_t menu : m_Model->Rules()[rule].TargetMenus) {
-            const std::size_t place = menu * flagCount + static_cast<std::size_t>(flag);
-            if (IsFlag(flag) && !isDecided[place]) {
-                origins[place] = OriginAfter(rule, origins[place]);
-                isDecided[place] = m_Rules[rule] == Truth::True;
+            OriginFinder* const finder =
+                IsFlag(flag) ? &finders[menu * flagCount + static_cast<std::size_t>(flag)] : nullptr;
+            if (finder != nullptr && !finder->IsDecided()) {
+                finder->Add(m_Rules[rule], GivesTrue(m_Model->Rules()[rule]));
             }
         }
     }
+    std::vector<FlagOrigin> origins;
+    origins.reserve(finders.size());
+    std::transform(finders.begin(), finders.end(), std::back_inserter(origins),
+                   [](const OriginFinder& finder) { return finder.Origin(); });
     return origins;
 }
 
@@ -123,14 +145,13 @@ Evaluation::OriginByRules(std::size_t attribute, Property flag, const std::vecto
         }
     };
     if (m_Model->Attributes()[attribute].Flags.Has(flag)) {
-        FlagOrigin own = FlagOrigin::Marked;
+        OriginFinder own;
         for (const std::size_t rule : m_Model->RulesFor(attribute, flag)) {
-            own = OriginAfter(rule, own);
-            if (m_Rules[rule] == Truth::True) {
+            if (own.Add(m_Rules[rule], GivesTrue(m_Model->Rules()[rule]))) {
                 break;
             }
         }
-        add(own, std::nullopt);
+        add(own.Origin(), std::nullopt);
     }
     for (const std::size_t menu : m_Model->MenusOf(attribute)) {
         if (m_Model->Menus()[menu].Flags.Has(flag)) {

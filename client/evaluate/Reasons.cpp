@@ -14,8 +14,11 @@ namespace {
 
 std::string Shown(const Value& value)
 {
-    const std::string text = ToText(value);
-    return text.empty() ? "empty" : ShortName(text);
+    const auto* text = std::get_if<std::string>(&value); // which may be long
+    if (text != nullptr) {
+        return text->empty() ? "empty" : ShortName(*text);
+    }
+    return ToText(value);
 }
 
 std::string FlagClause(const Test& test, bool flag)

@@ -42,7 +42,7 @@ std::string Cut(std::string text, std::size_t mostBytes)
 
 std::string ShortName(const std::string& name)
 {
-    return Cut(name, Limits::namedBytes);
+    return Cut(name.substr(0, Limits::namedBytes + 1), Limits::namedBytes);
 }
 
 std::string Quote(const JsonValue& value)

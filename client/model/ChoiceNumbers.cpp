@@ -3,6 +3,7 @@
 #include "../intake/Text.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace RedfishConfig::Client {
 
@@ -35,22 +36,43 @@ ChoiceNumbers::Entries::const_iterator ChoiceNumbers::Find(const Entries& entrie
     return found != entries.end() && found->Text == text ? found : entries.end();
 }
 
-std::vector<std::uint32_t> ChoiceNumbers::Of(const Entries& entries, std::string_view text)
+/** All entries of that text. */
+ChoiceNumbers::Range ChoiceNumbers::RangeOf(const Entries& entries, std::string_view text)
 {
-    std::vector<std::uint32_t> numbers;
-    for (auto entry = Find(entries, text); entry != entries.end() && entry->Text == text; ++entry) {
-        numbers.push_back(entry->Number);
-    }
-    return numbers;
+    const auto first = Find(entries, text);
+    return {first, std::upper_bound(first, entries.end(), text,
+                                    [](std::string_view sought, const Entry& entry) { return sought < entry.Text; })};
+}
+
+ChoiceNumbers::Range ChoiceNumbers::RangeOf(std::string_view text, bool displayNamesAreValues) const
+{
+    const Range range = RangeOf(displayNamesAreValues ? m_DisplayNames : m_Names, text);
+    return range.first != range.second ? range : RangeOf(displayNamesAreValues ? m_Names : m_DisplayNames, text);
 }
 
 std::vector<std::uint32_t> ChoiceNumbers::Of(std::string_view text, bool displayNamesAreValues) const
 {
-    std::vector<std::uint32_t> numbers = Of(displayNamesAreValues ? m_DisplayNames : m_Names, text);
-    if (numbers.empty()) {
-        numbers = Of(displayNamesAreValues ? m_Names : m_DisplayNames, text);
-    }
+    const auto [first, last] = RangeOf(text, displayNamesAreValues);
+    std::vector<std::uint32_t> numbers;
+    numbers.reserve(static_cast<std::size_t>(last - first));
+    std::transform(first, last, std::back_inserter(numbers), [](const Entry& entry) { return entry.Number; });
     return numbers;
+}
+
+bool ChoiceNumbers::AreSame(std::string_view left, std::string_view right, bool displayNamesAreValues) const
+{
+    if (left == right) {
+        return true;
+    }
+    Range fewer = RangeOf(left, displayNamesAreValues);
+    Range more = RangeOf(right, displayNamesAreValues);
+    if (fewer.second - fewer.first > more.second - more.first) {
+        std::swap(fewer, more);
+    }
+    const auto isBefore = [](const Entry& one, const Entry& other) { return one.Number < other.Number; };
+    return std::any_of(fewer.first, fewer.second, [&](const Entry& entry) {
+        return std::binary_search(more.first, more.second, entry, isBefore);
+    });
 }
 
 std::string_view ChoiceNumbers::ValueFor(std::string_view text, bool displayNamesAreValues) const
@@ -64,7 +86,11 @@ std::string_view ChoiceNumbers::ValueFor(std::string_view text, bool displayName
     const Choice& choice = (*m_Choices)[named->Number];
     const std::string_view value = displayNamesAreValues ? choice.DisplayName : choice.Name;
     // one name for several choices, or several names for one text, would say something else
-    return Of(own, value) == Of(other, text) ? value : text;
+    const auto [firstOwn, lastOwn] = RangeOf(own, value);
+    const auto [firstOther, lastOther] = RangeOf(other, text);
+    const bool isClear = std::equal(firstOwn, lastOwn, firstOther, lastOther,
+                                    [](const Entry& one, const Entry& entry) { return one.Number == entry.Number; });
+    return isClear ? value : text;
 }
 
 std::optional<std::int64_t> ChoiceNumbers::NumberFor(std::string_view text, bool displayNamesAreValues) const

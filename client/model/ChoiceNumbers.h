@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace RedfishConfig::Client {
@@ -23,6 +24,9 @@ public:
 
     /** Ascending; empty for a text that names no choice. */
     std::vector<std::uint32_t> Of(std::string_view text, bool displayNamesAreValues) const;
+
+    /** Whether two texts are one text, or name the same choice. */
+    bool AreSame(std::string_view left, std::string_view right, bool displayNamesAreValues) const;
 
     /** The value that a text stands for, where that is clear; else the text. */
     std::string_view ValueFor(std::string_view text, bool displayNamesAreValues) const;
@@ -42,8 +46,11 @@ private:
     using Entries = std::vector<Entry>;
 
     static void Sort(Entries& entries);
+    using Range = std::pair<Entries::const_iterator, Entries::const_iterator>;
+
     static Entries::const_iterator Find(const Entries& entries, std::string_view text);
-    static std::vector<std::uint32_t> Of(const Entries& entries, std::string_view text);
+    static Range RangeOf(const Entries& entries, std::string_view text);
+    Range RangeOf(std::string_view text, bool displayNamesAreValues) const;
 
     const std::vector<Choice>* m_Choices;
     Entries m_Names, m_DisplayNames;

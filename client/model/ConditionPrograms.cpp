@@ -374,10 +374,11 @@ Truth ConditionPrograms::Evaluate(const Test& test, const SystemValues& now) con
     const bool displayNamesAreValues = now.UsesDisplayNames(test.Source);
     const Value& held = now.ValueOf(test.Source);
     const auto* text = std::get_if<std::string>(&held);
-    const std::vector<std::uint32_t> heldChoices = choices != nullptr && text != nullptr
-                                                       ? choices->Of(*text, displayNamesAreValues)
-                                                       : std::vector<std::uint32_t>();
-    const Truth truth = Compare(Code(test, choices), held, heldChoices, displayNamesAreValues);
+    const auto* operand = std::get_if<std::string>(&test.Operand);
+    const bool areTexts = choices != nullptr && text != nullptr && operand != nullptr;
+    const Truth truth = areTexts && IsEquality(test.Compare)
+                            ? Of(choices->AreSame(*text, *operand, displayNamesAreValues))
+                            : Compare(Code(test, choices), held, {}, displayNamesAreValues);
     return IsNegated(test.Compare) ? Negate(truth) : truth;
 }
 

@@ -30,6 +30,9 @@ public:
     /** The truth of one test of these rules. */
     Truth Evaluate(const Test& test, const SystemValues& now) const;
 
+    /** The numbers of an attribute's choices, for those that rules read or give a value; null for others. */
+    const ChoiceNumbers* ChoicesOf(std::size_t attribute) const { return m_Choices.Find(attribute); }
+
     /** The truth of all rules, from that of the tests. */
     void EvaluateRules(const std::vector<Truth>& tests, std::vector<Truth>& rules) const;
 

@@ -46,20 +46,21 @@ void CollectSources(const Condition& condition, std::vector<std::size_t>& source
     }
 }
 
-/** How many parts a condition has. */
-std::size_t SizeOf(const Condition& condition)
-{
-    std::size_t size = 1;
-    for (const Condition& part : condition.Parts) {
-        size += SizeOf(part);
-    }
-    return size;
-}
-
 std::size_t SizeOf(const std::string& text)
 {
     constexpr std::size_t bytesOfPart = 16;
     return 1 + text.size() / bytesOfPart;
+}
+
+/** How many parts a condition has; a long operand is several. */
+std::size_t SizeOf(const Condition& condition)
+{
+    const auto* operand = std::get_if<std::string>(&condition.Asked.Operand);
+    std::size_t size = operand != nullptr ? SizeOf(*operand) : 1;
+    for (const Condition& part : condition.Parts) {
+        size += SizeOf(part);
+    }
+    return size;
 }
 
 /** What it takes to look at a rule for one setting: the parts of its condition, and what it gives. */
@@ -123,6 +124,12 @@ public:
         }
         model->m_Names = std::move(names);
         model->BuildIndices(std::move(leftOutOnMenus), findings);
+        for (const Rule& rule : model->m_Rules) {
+            if (rule.Decides == Property::CurrentValue && rule.Target != noAttribute &&
+                model->m_Attributes[rule.Target].Type == AttributeType::Enumeration) {
+                choices.Of(rule.Target);
+            }
+        }
         model->m_Programs =
             std::make_unique<ConditionPrograms>(model->m_Attributes, model->m_Rules, std::move(choices));
         return model;

@@ -163,14 +163,14 @@ private:
             return LeaveOut(Severity::Warning, FindingKind::UnknownTarget, rule,
                             "the target " + Quote(rule.TargetName) + " is neither an attribute nor a menu");
         }
-        m_MenuTargets += menus.size();
-        if (m_MenuTargets > Limits::menuRuleTargets) {
+        if (menus.size() > Limits::menuRuleTargets - m_MenuTargets) {
             if (const auto property = FindProperty(published.Inner[DependencyKey::MapToProperty].Text())) {
                 m_LeftOut[&menus].set(static_cast<std::size_t>(*property));
             }
             return LeaveOut(Severity::Error, FindingKind::TooLarge, rule,
                             "more menus are targets of rules than can be kept");
         }
+        m_MenuTargets += menus.size();
         rule.TargetMenus = menus;
         return true;
     }

@@ -3,6 +3,7 @@
 #include "../intake/Findings.h"
 #include "../intake/JsonPointer.h"
 #include "../intake/Quote.h"
+#include "ConditionPrograms.h"
 #include "ValueConversion.h"
 
 #include <algorithm>
@@ -103,7 +104,10 @@ Value SystemValues::Translate(std::size_t attribute, const Value& value) const
     if (published.Type != AttributeType::Enumeration || text == nullptr) {
         return typed;
     }
-    const std::vector<Choice>& choices = published.Choices;
+    if (const ChoiceNumbers* numbers = m_Model->Programs().ChoicesOf(attribute)) {
+        return Value(std::string(numbers->ValueFor(*text, UsesDisplayNames(attribute))));
+    }
+    const std::vector<Choice>& choices = published.Choices; // few, or asked for once
     if (std::any_of(choices.begin(), choices.end(),
                     [&](const Choice& choice) { return NameOf(attribute, choice) == *text; })) {
         return typed;
@@ -128,6 +132,9 @@ bool SystemValues::AreSame(std::size_t attribute, const Value& left, const Value
     const Attribute& published = m_Model->Attributes()[attribute];
     if (left == right || one == nullptr || other == nullptr || published.Type != AttributeType::Enumeration) {
         return left == right;
+    }
+    if (const ChoiceNumbers* numbers = m_Model->Programs().ChoicesOf(attribute)) {
+        return numbers->AreSame(*one, *other, UsesDisplayNames(attribute));
     }
     const auto isValue = [&](const std::string& text) {
         return std::any_of(published.Choices.begin(), published.Choices.end(),

@@ -347,6 +347,22 @@ TEST(AdaptedOrders, AreOfAllNumbersWhereARuleReplacesABound)
     }
 }
 
+TEST(AdaptedEqualities, WithANameOfManyChoicesAreNotWritten)
+{
+    for (const int count : {16, 17}) {
+        json::array choices;
+        for (int number = 0; number < count; ++number) {
+            choices.push_back(RegistryBuilder::Choice("c" + std::to_string(number), "same"));
+        }
+        RegistryBuilder registry;
+        registry.Attribute("F", "Enumeration", {{"Value", choices}}).Attribute("T", "Boolean");
+        registry.Rule("T", "ReadOnly", true, {{"F", "EQU", "same"}});
+        const World world(registry.Json(), {{"F", Text("c1")}});
+        EXPECT_EQ(world.IsUndecided("T", Property::ReadOnly), count > 16);
+        world.ExpectAgreement({{"F", Text("c2")}});
+    }
+}
+
 TEST(AdaptedOrders, OfTooManyChoicesAreNotWritten)
 {
     json::array choices;

@@ -649,6 +649,34 @@ protected:
     }
 };
 
+TEST_F(RuleMeaning, AnUnknownRuleThatComesFirstLeavesOpenWhereAFlagCameFrom)
+{
+    // the values then: of Level nothing is known, and Switch is on
+    const struct {
+        bool first, second; ///< what the rules give: one on Level, then one on Switch
+        Verdict verdict;    ///< for other values, of which both rules are false
+    } rows[] = {
+        {false, true, {true, false, false}},
+        {true, false, {true, false, false}},
+        {true, true, {false, true, false}}, // explained in any case
+        {false, false, {true, true, true}}, // a mark in any case
+    };
+    for (const auto& row : rows) {
+        RegistryBuilder kept = m_Registry;
+        m_Registry.Rule("Marked", "ReadOnly", row.first, {Term{"Level", "EQU", 1}});
+        m_Registry.Rule("Marked", "ReadOnly", row.second, {Term{"Switch", "EQU", true}});
+        const SystemValues then = Read({{"Switch", true}});
+        m_Registry = std::move(kept);
+        SystemValues now = then;
+        now.Assume(then.Of().Find("Level").value(), std::int64_t{2});
+        now.Assume(then.Of().Find("Switch").value(), false);
+        const Verdict verdict = VerdictOf(Evaluation(now, then), "Marked", Property::ReadOnly);
+        EXPECT_EQ(verdict.Value, row.verdict.Value) << row.first << row.second;
+        EXPECT_EQ(verdict.Certain, row.verdict.Certain) << row.first << row.second;
+        EXPECT_EQ(verdict.Marked, row.verdict.Marked) << row.first << row.second;
+    }
+}
+
 TEST_F(RuleEvents, ActInWavesAfterAChange)
 {
     Rule("Level", 50, {"Mode", "EQU", "Legacy"}, "Mode");

@@ -896,6 +896,44 @@ TEST(HostileMenus, AreNotTheTargetsOfUnknownNames)
     EXPECT_EQ(model->Findings().back().Kind, FindingKind::UnknownTarget);
 }
 
+TEST(HostileMenus, WithLongOperandsForManySettingsLeaveDoubt)
+{
+    json::value registry = json::parse(WithMenus(1'000, 1, 1));
+    json::object& term = registry.at("RegistryEntries")
+                             .at("Dependencies")
+                             .as_array()[0]
+                             .at("Dependency")
+                             .at("MapFrom")
+                             .as_array()[0]
+                             .as_object();
+    term["MapFromValue"] = std::string(60'000, 'x'); // of which 16 bytes count as one part
+    EXPECT_TRUE(ModelOf(registry)->IsComplete(0, Property::Hidden));
+    term["MapFromValue"] = std::string(64'000, 'x');
+    EXPECT_FALSE(ModelOf(registry)->IsComplete(0, Property::Hidden));
+}
+
+TEST(HostileMenus, AsTargetsWithRoomAreKeptBehindThoseWithout)
+{
+    json::value registry = json::parse(WithMenus(1, 1'000, 1'001));
+    registry.at("RegistryEntries").at("Menus").as_array().push_back({{"MenuName", "N"}, {"MenuPath", "./N"}});
+    registry.at("RegistryEntries")
+        .at("Dependencies")
+        .as_array()
+        .erase(registry.at("RegistryEntries").at("Dependencies").as_array().begin()); // a thousand menus: all that
+                                                                                      // there is room for
+    registry.at("RegistryEntries").at("Dependencies").as_array()[0].at("Dependency").as_object()["MapToAttribute"] =
+        "N";
+    registry.at("RegistryEntries")
+        .at("Dependencies")
+        .as_array()
+        .push_back(RuleOn("M", "Hidden", true, "A0", "CurrentValue", "EQU", "x")); // 1,000 * 1,000 and one are too many
+    registry.at("RegistryEntries")
+        .at("Dependencies")
+        .as_array()
+        .push_back(RuleOn("N", "Hidden", true, "A0", "CurrentValue", "EQU", "x"));
+    EXPECT_EQ(ModelOf(registry)->Rules().back().TargetName, "N");
+}
+
 TEST(HostileMenus, HaveThePatternsOfTheirRulesReportedOnce)
 {
     json::value registry = json::parse(WithMenus(1'000, 1, 1));

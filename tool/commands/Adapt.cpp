@@ -49,12 +49,13 @@ bool IsOneOf(const Names& names, const json::value* name)
     return name != nullptr && name->is_string() && names.count(name->get_string()) > 0;
 }
 
-/** Whether an attribute has a value, also under a key that is written in another letter case and does not count. */
+/** Whether an attribute has a value or choices, also under a key in another letter case, which does not count. */
 bool HasAnyValue(const json::object& attribute)
 {
     return std::any_of(attribute.begin(), attribute.end(), [](const auto& member) {
         return !member.value().is_null() &&
-               (EqualsIgnoringCase(member.key(), "CurrentValue") || EqualsIgnoringCase(member.key(), "DefaultValue"));
+               (EqualsIgnoringCase(member.key(), "CurrentValue") || EqualsIgnoringCase(member.key(), "DefaultValue") ||
+                EqualsIgnoringCase(member.key(), "Value"));
     });
 }
 

@@ -479,11 +479,14 @@ TEST(OracleVerdicts, OfFlagsWhoseRulesAreFalseAskWhatTheRulesGaveThen)
 {
     Expect({
         {false, {{'f', 't', true}}, {false, true, false}},
-        {true, {{'f', 't', true}}, {false, true, false}},                  // explained
-        {true, {{'f', 'f', true}}, {true, true, true}},                    // marked
-        {true, {{'f', 'u', true}}, {true, false, false}},                  // not known
-        {true, {{'f', 't', false}, {'f', 't', true}}, {true, true, true}}, // the rules gave false
-        {true, {{'f', 'u', false}, {'f', 't', true}}, {false, true, false}},
+        {true, {{'f', 't', true}}, {false, true, false}},                    // explained
+        {true, {{'f', 'f', true}}, {true, true, true}},                      // marked
+        {true, {{'f', 'u', true}}, {true, false, false}},                    // not known
+        {true, {{'f', 't', false}, {'f', 't', true}}, {true, true, true}},   // the rules gave false
+        {true, {{'f', 'u', false}, {'f', 't', true}}, {true, false, false}}, // the first may have made it false
+        {true, {{'f', 'u', true}, {'f', 't', false}}, {true, false, false}},
+        {true, {{'f', 'u', true}, {'f', 't', true}}, {false, true, false}},
+        {true, {{'f', 'u', false}, {'f', 't', false}}, {true, true, true}},
         {true, {{'f', 'f', true}, {'f', 't', true}}, {false, true, false}},
     });
 }

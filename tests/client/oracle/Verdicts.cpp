@@ -60,15 +60,21 @@ Registry::Explanation Registry::Explain(const Attribute& attribute, const std::s
 
 Registry::Explanation Registry::ExplainBy(const std::vector<const Rule*>& rules) const
 {
-    bool isUnknown = false;
+    std::set<bool> mayHaveGiven; // the outcomes of unknown rules
     for (const Rule* rule : rules) {
         const Truth truth = OfRule(PositionOf(*rule), m_Then);
-        if (truth == Truth::True) {
-            return *FlagOf(ValueOf(*rule->Outcome)) ? Explanation::Explained : Explanation::Marked;
+        const bool outcome = *FlagOf(ValueOf(*rule->Outcome));
+        if (truth == Truth::True && mayHaveGiven.count(!outcome) == 0) {
+            return outcome ? Explanation::Explained : Explanation::Marked;
         }
-        isUnknown |= truth == Truth::Unknown;
+        if (truth == Truth::True) {
+            return Explanation::Unknown;
+        }
+        if (truth == Truth::Unknown) {
+            mayHaveGiven.insert(outcome);
+        }
     }
-    return isUnknown ? Explanation::Unknown : Explanation::Marked;
+    return mayHaveGiven.empty() ? Explanation::Marked : Explanation::Unknown;
 }
 
 ChoicesInForce Registry::ChoicesInForce(const std::string& setting, const SettingValueMap& now) const

@@ -111,6 +111,7 @@ public:
 
 private:
     struct Flags;
+    class OriginFinder;
 
     // how a verdict is kept in a byte
     static constexpr std::uint8_t isTrue = 1;
@@ -121,7 +122,6 @@ private:
     std::pair<FlagOrigin, std::optional<std::size_t>> OriginByRules(std::size_t attribute, Property flag,
                                                                     const std::vector<FlagOrigin>& ofMenus) const;
     std::vector<FlagOrigin> FindMenuFlags() const;
-    FlagOrigin OriginAfter(std::size_t rule, FlagOrigin origin) const;
     void DecideAll();
     Verdict Decide(std::size_t attribute, Property flag, FlagOrigin origin) const;
 
