@@ -2,8 +2,8 @@
 
 #include "../../logging/LogLine.h"
 #include "../Registry/Registry.h"
+#include "../Rules/RuleFormula.h"
 #include "Formula.h"
-#include "RuleFormula.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Registry/SettingFormulas.h"
+#include "../Rules/SettingFormulas.h"
 #include "DynamicProperty.h"
 
 #include <RedfishConfig/RedfishConfigSettingInfo.h>

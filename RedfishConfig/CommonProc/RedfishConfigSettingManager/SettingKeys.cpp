@@ -2,9 +2,27 @@
 
 #include "../RedfishConfigSetting/DynamicProperty.h"
 
+#include <cstddef>
 #include <variant>
 
 namespace RedfishConfig {
+
+namespace {
+
+constexpr bool AreFlagsTheFirstTails()
+{
+    std::size_t row = 0;
+    for (; row < dynamicProperties.size(); ++row) {
+        if (keyTails[row].front() != '.' || keyTails[row].substr(1) != dynamicProperties[row].key) {
+            return false;
+        }
+    }
+    return row == static_cast<std::size_t>(KeyTail::CurrentValue);
+}
+
+static_assert(AreFlagsTheFirstTails(), "a key's tail is the row of its flag");
+
+} // namespace
 
 SettingKeys::SettingKeys(const SettingTable& settings) : m_Settings(settings), m_Names(settings.Source().Names()) {}
 

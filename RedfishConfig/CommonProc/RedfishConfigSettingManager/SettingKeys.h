@@ -1,7 +1,7 @@
 #pragma once
 
-#include "../RedfishConfigExpression/SettingNames.h"
 #include "../RedfishConfigExpression/ValueSubstitution.h"
+#include "../Rules/SettingNames.h"
 #include "SettingTable.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "NameIndex.h"
 
-#include "NameHash.h"
+#include "../Rules/NameHash.h"
 
 #include <algorithm>
 #include <locale>

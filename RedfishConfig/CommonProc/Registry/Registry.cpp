@@ -1,8 +1,8 @@
 #include "Registry.h"
 
 #include "../LetterCase.h"
-#include "../RedfishConfigExpression/RuleFormula.h"
-#include "../RedfishConfigExpression/SettingNames.h"
+#include "../Rules/RuleFormula.h"
+#include "../Rules/SettingNames.h"
 
 #include <boost/algorithm/string/split.hpp>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "../Lazily.h"
+#include "../Rules/SettingFormulas.h"
 #include "NameIndex.h"
 #include "RegistryReader.h"
-#include "SettingFormulas.h"
 #include "SettingType.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DependencyRule.h"
+#include "../Rules/DependencyRule.h"
 
 #include <RedfishConfig/RedfishConfigSettingInfo.h>
 

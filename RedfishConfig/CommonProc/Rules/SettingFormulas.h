@@ -1,7 +1,7 @@
 #pragma once
 
-#include "../RedfishConfigExpression/SettingNames.h"
 #include "DependencyRule.h"
+#include "SettingNames.h"
 
 #include <RedfishConfig/RedfishConfigSettingInfo.h>
 

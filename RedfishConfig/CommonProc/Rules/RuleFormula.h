@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Registry/DependencyRule.h"
+#include "DependencyRule.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "JsonMember.h"
+#include "../JsonMember.h"
 
 #include <cstddef>
 #include <string>

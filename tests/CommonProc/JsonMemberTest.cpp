@@ -1,4 +1,4 @@
-#include "CommonProc/Registry/JsonMember.h"
+#include "CommonProc/JsonMember.h"
 
 #include <boost/json.hpp>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "CommonProc/RedfishConfigExpression/SettingNames.h"
+#include "CommonProc/Rules/SettingNames.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

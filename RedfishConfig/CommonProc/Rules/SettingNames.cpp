@@ -1,6 +1,6 @@
 #include "SettingNames.h"
 
-#include "../Registry/NameHash.h"
+#include "NameHash.h"
 
 #include <algorithm>
 
