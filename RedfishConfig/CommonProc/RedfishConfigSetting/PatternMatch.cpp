@@ -1,6 +1,7 @@
 #include "PatternMatch.h"
 
 #include "../Limits.h"
+#include "DeepStack.h"
 
 #include <algorithm>
 #include <cctype>
@@ -253,10 +254,14 @@ bool MatchesPattern(const std::string& text, const std::string& pattern)
     if (text.size() > Limits::matchedBytes) {
         throw std::runtime_error("The value is too long to match it with the pattern.");
     }
-    const SharedPattern compiled = Compiled(pattern);
-    MatchBudget budget;
-    return std::regex_match(PayingIterator(text.data(), budget), PayingIterator(text.data() + text.size(), budget),
-                            compiled->expression);
+    bool isMatch = false;
+    RunOnDeepStack([&] {
+        const SharedPattern compiled = Compiled(pattern);
+        MatchBudget budget;
+        isMatch = std::regex_match(PayingIterator(text.data(), budget),
+                                   PayingIterator(text.data() + text.size(), budget), compiled->expression);
+    });
+    return isMatch;
 }
 
 } // namespace RedfishConfig

@@ -9,7 +9,10 @@
 #include <regex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
+
+#include <pthread.h>
 
 using RedfishConfig::MatchesPattern;
 namespace Limits = RedfishConfig::Limits;
@@ -137,6 +140,51 @@ TEST(MatchesPattern, LeavesRoomOnTheStackOfAnotherThread)
     std::string outcome;
     std::thread([&] { outcome = Outcome(Times(Limits::matchedBytes, "a"), "((((((((a))))))))*"); }).join();
     EXPECT_EQ(outcome, tooDeep);
+}
+
+/** The outcomes of all questions on a thread with a stack of so many bytes. */
+std::vector<std::string> OutcomesWithStack(std::size_t bytes,
+                                           const std::vector<std::pair<std::string, std::string>>& questions)
+{
+    struct Work {
+        const std::vector<std::pair<std::string, std::string>>& Questions;
+        std::vector<std::string> Outcomes;
+    } work{questions, {}};
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    EXPECT_EQ(pthread_attr_setstacksize(&attributes, bytes), 0);
+    const auto run = [](void* argument) -> void* {
+        Work& own = *static_cast<Work*>(argument);
+        for (const auto& [text, pattern] : own.Questions) {
+            own.Outcomes.push_back(Outcome(text, pattern));
+        }
+        return nullptr;
+    };
+    pthread_t thread{};
+    EXPECT_EQ(pthread_create(&thread, &attributes, run, &work), 0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
+    return work.Outcomes;
+}
+
+TEST(MatchesPattern, AnswersTheSameOnAThreadWithASmallStack)
+{
+    const std::string longest = Times(Limits::matchedBytes, "a");
+    const std::vector<std::pair<std::string, std::string>> questions{
+        {Times(2'000, "a"), "(a|b)*"},
+        {longest, "((((((((a))))))))*"},
+        {"node-12", "[a-z]+-[0-9]{1,2}"},
+        {"x", Times(Limits::patternBytes / 2, "(") + Times(Limits::patternBytes / 2, ")")},
+        {"x", "((x)"},
+        {Times(60, "a") + "!", "(a+)+b"},
+    };
+    std::vector<std::string> here;
+    for (const auto& [text, pattern] : questions) {
+        here.push_back(Outcome(text, pattern));
+    }
+    EXPECT_EQ(here.front(), "match");
+    EXPECT_EQ(OutcomesWithStack(512U << 10U, questions), here);
+    EXPECT_EQ(OutcomesWithStack(64U << 20U, questions), here);
 }
 
 TEST(MatchesPattern, AdmitsAPatternUpToItsLimitAndNoLongerOne)
