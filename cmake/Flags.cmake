@@ -6,6 +6,8 @@ target_compile_options(redfishconfig_flags INTERFACE
     -Wold-style-cast
     # file names in log lines start at the source tree, not at the folder of whoever built it
     -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
+# headers of the folder common/ are spelled "common/X.h" everywhere
+target_include_directories(redfishconfig_flags INTERFACE ${PROJECT_SOURCE_DIR})
 if(REDFISHCONFIG_WARNINGS_AS_ERRORS)
     target_compile_options(redfishconfig_flags INTERFACE -Werror)
 endif()

@@ -4,6 +4,7 @@
 #include "Selection.h"
 #include "Text.h"
 #include "TypedValue.h"
+#include "common/Ascii.h"
 
 #include <boost/json/object.hpp>
 
@@ -15,6 +16,7 @@
 
 namespace RedfishConfigTool {
 
+namespace Ascii = RedfishConfig::Ascii;
 namespace json = boost::json;
 
 namespace {
@@ -145,7 +147,8 @@ std::string ValueToCheck(const Assignment& assignment, const System& system)
     if (assignment.MayRefer && setting->IsPassword() && value.size() > 1 && value[0] == '@') {
         return WithoutLastLineFeed(ReadText(value.substr(1)));
     }
-    if (system.Options().Hex && EqualsIgnoringCase(setting->Type(), "Integer") && RedfishConfig::isHexString(value)) {
+    if (system.Options().Hex && Ascii::EqualIgnoringCase(setting->Type(), "Integer") &&
+        RedfishConfig::isHexString(value)) {
         return Decimal(value).value_or(value);
     }
     return value;

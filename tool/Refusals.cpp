@@ -2,6 +2,7 @@
 
 #include "Suggest.h"
 #include "Text.h"
+#include "common/Ascii.h"
 
 #include <boost/json/object.hpp>
 
@@ -11,6 +12,8 @@
 #include <string>
 
 namespace RedfishConfigTool {
+
+namespace Ascii = RedfishConfig::Ascii;
 
 namespace {
 
@@ -67,8 +70,8 @@ bool IsNamed(const std::string& message, const std::string& name)
 std::string Sentence(const Answer& answer, bool inAnyCase)
 {
     const std::string& message = answer.Result.ErrorMsg();
-    const bool isNamed =
-        inAnyCase ? IsNamed(Fold(message), Fold(answer.Name)) : message.find(answer.Name) != std::string::npos;
+    const bool isNamed = inAnyCase ? IsNamed(Ascii::ToLower(message), Ascii::ToLower(answer.Name))
+                                   : message.find(answer.Name) != std::string::npos;
     return ReplaceAll(isNamed ? message : answer.Name + ": " + message, ".\n", ". "); // some have two lines
 }
 

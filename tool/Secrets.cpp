@@ -1,6 +1,7 @@
 #include "Secrets.h"
 
 #include "Text.h"
+#include "common/Ascii.h"
 
 #include <RedfishConfig/Client/Value.h>
 
@@ -14,6 +15,7 @@
 
 namespace RedfishConfigTool {
 
+namespace Ascii = RedfishConfig::Ascii;
 namespace json = boost::json;
 
 const std::string passwordMask = RedfishConfig::Client::passwordMask;
@@ -58,7 +60,7 @@ std::string FormulaText(const json::value& value)
 /** The text with every occurrence of a piece, which is in lower case, covered whatever its letter case. */
 std::string Cover(std::string text, const std::string& piece)
 {
-    std::string folded = Fold(text);
+    std::string folded = Ascii::ToLower(text);
     for (std::size_t at = 0; (at = folded.find(piece, at)) != std::string::npos; at += passwordMask.size()) {
         text.replace(at, piece.size(), passwordMask);
         folded.replace(at, piece.size(), passwordMask);
@@ -76,7 +78,7 @@ bool IsValueProperty(const std::string& property)
 
 bool IsPasswordType(std::string_view type)
 {
-    return EqualsIgnoringCase(type, "Password");
+    return Ascii::EqualIgnoringCase(type, "Password");
 }
 
 Secrets::Secrets(const json::value& registry, const RedfishConfig::SettingValueMap& values)
@@ -93,7 +95,7 @@ Secrets::Secrets(const json::value& registry, const RedfishConfig::SettingValueM
 void Secrets::Add(const std::string& password)
 {
     if (!password.empty()) {
-        m_Folded.push_back(Fold(password));
+        m_Folded.push_back(Ascii::ToLower(password));
         SortTexts();
     }
 }
@@ -111,7 +113,7 @@ void Secrets::AddText(const json::value* value)
     if (value != nullptr && !value->is_null() && !value->is_structured()) {
         const std::string text = FormulaText(*value);
         if (!text.empty()) {
-            m_Folded.push_back(Fold(text));
+            m_Folded.push_back(Ascii::ToLower(text));
         }
     }
 }

@@ -1,12 +1,15 @@
 #include "Suggest.h"
 
 #include "Text.h"
+#include "common/Ascii.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <tuple>
 
 namespace RedfishConfigTool {
+
+namespace Ascii = RedfishConfig::Ascii;
 
 namespace {
 
@@ -61,12 +64,12 @@ std::vector<std::string> NearestNames(const std::string& misspelt, const std::ve
     if (misspelt.empty()) {
         return {}; // every short name would be near
     }
-    const std::string wanted = Fold(misspelt);
+    const std::string wanted = Ascii::ToLower(misspelt);
     const std::size_t limit = std::min(mostSlips, std::max<std::size_t>(1, wanted.size() / 3));
 
     std::vector<std::tuple<std::size_t, std::size_t>> found; // rank, position in names
     for (std::size_t position = 0; position < names.size(); ++position) {
-        const std::string name = Fold(names[position]);
+        const std::string name = Ascii::ToLower(names[position]);
         const std::size_t slips = CountSlips(wanted, name, limit);
         if (slips <= limit) {
             found.emplace_back(slips, position);

@@ -168,27 +168,6 @@ std::vector<std::string> Wrap(std::string_view text, std::size_t width)
     return lines;
 }
 
-std::string Fold(std::string_view text)
-{
-    std::string folded(text);
-    for (char& character : folded) {
-        if (character >= 'A' && character <= 'Z') {
-            character = static_cast<char>(character - 'A' + 'a');
-        }
-    }
-    return folded;
-}
-
-bool EqualsIgnoringCase(std::string_view left, std::string_view right)
-{
-    return left.size() == right.size() && Fold(left) == Fold(right);
-}
-
-bool ContainsIgnoringCase(std::string_view text, std::string_view piece)
-{
-    return Fold(text).find(Fold(piece)) != std::string::npos;
-}
-
 std::string WithoutValue(const std::string& argument)
 {
     const std::size_t sign = argument.find('=');

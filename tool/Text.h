@@ -53,12 +53,6 @@ std::string Pad(std::string_view text, std::size_t width);
  */
 std::vector<std::string> Wrap(std::string_view text, std::size_t width);
 
-/** The text with ASCII letters in lower case, as names are compared. */
-std::string Fold(std::string_view text);
-
-bool EqualsIgnoringCase(std::string_view left, std::string_view right);
-bool ContainsIgnoringCase(std::string_view text, std::string_view piece);
-
 /** "NAME=..." of NAME=VALUE, whose value may be a password; any other text as it is. */
 std::string WithoutValue(const std::string& argument);
 

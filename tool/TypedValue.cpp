@@ -1,13 +1,15 @@
 #include "TypedValue.h"
 
 #include "Text.h"
+#include "common/Ascii.h"
+#include "common/Numbers.h"
 
-#include <charconv>
 #include <cstdint>
 #include <string_view>
 
 namespace RedfishConfigTool {
 
+namespace Ascii = RedfishConfig::Ascii;
 namespace json = boost::json;
 
 namespace {
@@ -24,28 +26,18 @@ bool IsUtf8(const std::string& text)
     return true;
 }
 
-/** Reads an optional sign and decimal digits, and nothing else. */
-std::optional<std::int64_t> Integer(const std::string& text)
-{
-    const bool hasPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
-    std::int64_t number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data() + (hasPlus ? 1 : 0), end, number);
-    return error == std::errc() && stop == end ? std::optional<std::int64_t>(number) : std::nullopt;
-}
-
 } // namespace
 
 std::optional<json::value> TypedValue(const Setting& setting, const std::string& text)
 {
     const std::string_view type = setting.Type();
-    if (EqualsIgnoringCase(type, "Integer")) {
-        const std::optional<std::int64_t> number = Integer(text);
+    if (Ascii::EqualIgnoringCase(type, "Integer")) {
+        const std::optional<std::int64_t> number = RedfishConfig::Numbers::ReadDecimal(text);
         return number ? std::optional<json::value>(*number) : std::nullopt;
     }
-    if (EqualsIgnoringCase(type, "Boolean")) {
-        const bool isTrue = EqualsIgnoringCase(text, "true");
-        return isTrue || EqualsIgnoringCase(text, "false") ? std::optional<json::value>(isTrue) : std::nullopt;
+    if (Ascii::EqualIgnoringCase(type, "Boolean")) {
+        const std::optional<bool> truth = RedfishConfig::Numbers::ReadTruth(text);
+        return truth ? std::optional<json::value>(*truth) : std::nullopt;
     }
     return IsUtf8(text) ? std::optional<json::value>(json::string(text)) : std::nullopt;
 }

@@ -1,6 +1,7 @@
 #include "ValidValues.h"
 
 #include "Text.h"
+#include "common/Ascii.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -8,6 +9,8 @@
 #include <utility>
 
 namespace RedfishConfigTool {
+
+namespace Ascii = RedfishConfig::Ascii;
 
 namespace {
 
@@ -76,13 +79,13 @@ std::string DescribeText(const RedfishConfigSettingInfoStru& record)
 
 std::vector<std::string> DescribeValidValues(const RedfishConfigSettingInfoStru& record, const SystemOptions& options)
 {
-    if (EqualsIgnoringCase(*record.Type, "Enumeration")) {
+    if (Ascii::EqualIgnoringCase(*record.Type, "Enumeration")) {
         return DescribeEnumeration(record);
     }
-    if (EqualsIgnoringCase(*record.Type, "Boolean")) {
+    if (Ascii::EqualIgnoringCase(*record.Type, "Boolean")) {
         return {"true or false"};
     }
-    if (EqualsIgnoringCase(*record.Type, "Integer")) {
+    if (Ascii::EqualIgnoringCase(*record.Type, "Integer")) {
         return {DescribeInteger(record, options.Hex)};
     }
     return {DescribeText(record)};

@@ -2,6 +2,7 @@
 
 #include "System.h"
 #include "Text.h"
+#include "common/Ascii.h"
 
 #include <RedfishConfig/Client/Adapt.h>
 
@@ -11,6 +12,7 @@
 
 namespace RedfishConfigTool {
 
+namespace Ascii = RedfishConfig::Ascii;
 namespace Client = RedfishConfig::Client;
 using Client::Attribute;
 using Client::Choice;
@@ -30,7 +32,7 @@ Manager MakeManager(const Attribute& attribute, bool hex)
 /** A name as the library compares it: "Enable" and "Enabled" are the same. */
 std::string Common(const std::string& name)
 {
-    std::string common = Fold(name);
+    std::string common = Ascii::ToLower(name);
     if (common == "enable" || common == "disable") {
         common += "d";
     }

@@ -5,12 +5,6 @@
 
 namespace RedfishConfig {
 
-/** A letter of ASCII in lower case; every other byte as it is. */
-constexpr char LowerAscii(char character) noexcept
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
 /** A copy in lower case, byte by byte, as the C++ global locale classifies. */
 std::string LowerCopy(std::string text);
 

@@ -1,6 +1,7 @@
 #include <RedfishConfig/SettingValue.h>
 
 #include "LetterCase.h"
+#include "common/Ascii.h"
 
 #include <boost/json/value_from.hpp>
 
@@ -27,7 +28,7 @@ bool IsHexDigit(char character)
 
 bool StartsWithHexPrefix(const std::string& text)
 {
-    return text.size() >= 2 && text[0] == '0' && LowerAscii(text[1]) == 'x';
+    return text.size() >= 2 && text[0] == '0' && Ascii::ToLower(text[1]) == 'x';
 }
 
 } // namespace
@@ -35,7 +36,7 @@ bool StartsWithHexPrefix(const std::string& text)
 bool CaseInsensitiveComparator::operator()(const std::string& left, const std::string& right) const noexcept
 {
     return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(), [](char a, char b) {
-        return static_cast<unsigned char>(LowerAscii(a)) < static_cast<unsigned char>(LowerAscii(b));
+        return static_cast<unsigned char>(Ascii::ToLower(a)) < static_cast<unsigned char>(Ascii::ToLower(b));
     });
 }
 

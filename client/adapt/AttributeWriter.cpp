@@ -3,8 +3,10 @@
 #include "../intake/JsonPointer.h"
 #include "../intake/KeyNames.h"
 #include "../model/PatternDefect.h"
+#include "../model/PropertyKeys.h"
 #include "../model/ValueConversion.h"
 #include "JsonCopy.h"
+#include "common/Ascii.h"
 
 #include <RedfishConfig/SettingValue.h>
 
@@ -24,34 +26,6 @@ namespace {
 
 /** A member that is written; nothing for one that is left out. */
 using Written = std::optional<json::value>;
-
-std::optional<Property> FlagOf(AttributeKey key)
-{
-    switch (key) {
-    case AttributeKey::ReadOnly:
-        return Property::ReadOnly;
-    case AttributeKey::WriteOnly:
-        return Property::WriteOnly;
-    case AttributeKey::Hidden:
-        return Property::Hidden;
-    case AttributeKey::GrayOut:
-        return Property::GrayOut;
-    case AttributeKey::Immutable:
-        return Property::Immutable;
-    case AttributeKey::IsSystemUniqueProperty:
-        return Property::IsSystemUniqueProperty;
-    case AttributeKey::ResetRequired:
-        return Property::ResetRequired;
-    default:
-        return std::nullopt;
-    }
-}
-
-constexpr AttributeKey flagKeys[] = {
-    AttributeKey::ReadOnly,      AttributeKey::WriteOnly, AttributeKey::Hidden,
-    AttributeKey::GrayOut,       AttributeKey::Immutable, AttributeKey::IsSystemUniqueProperty,
-    AttributeKey::ResetRequired,
-};
 
 Written ToJson(const Value& value)
 {
@@ -152,9 +126,10 @@ public:
                 object[Name(*key)] = std::move(*written);
             }
         }
-        for (const AttributeKey key : flagKeys) { // those of menus
-            if (m_Flags.Has(*FlagOf(key)) && !object.contains(Name(key))) {
-                object[Name(key)] = true;
+        for (std::size_t number = 0; number < flagCount; ++number) { // those of menus
+            const auto flag = static_cast<Property>(number);
+            if (m_Flags.Has(flag) && !object.contains(Name(flag))) {
+                object[Name(flag)] = true;
             }
         }
         return object;
@@ -211,7 +186,7 @@ private:
 std::optional<Property> MenuFlagOf(std::string_view key)
 {
     for (const Property flag : {Property::ReadOnly, Property::GrayOut, Property::Hidden}) {
-        if (EqualIgnoringCase(key, Name(flag))) {
+        if (Ascii::EqualIgnoringCase(key, Name(flag))) {
             return flag;
         }
     }

@@ -10,6 +10,7 @@
 #include "FormulaTerms.h"
 #include "JsonCopy.h"
 #include "TestStates.h"
+#include "common/Ascii.h"
 
 #include <boost/json/serialize.hpp>
 
@@ -565,8 +566,9 @@ private:
             }
         }
         for (const JsonMember& member : published) {
-            const bool isKnown = EqualIgnoringCase(member.Key, "Type") || EqualIgnoringCase(member.Key, "Dependency") ||
-                                 EqualIgnoringCase(member.Key, "DependencyFor");
+            const bool isKnown = Ascii::EqualIgnoringCase(member.Key, "Type") ||
+                                 Ascii::EqualIgnoringCase(member.Key, "Dependency") ||
+                                 Ascii::EqualIgnoringCase(member.Key, "DependencyFor");
             if (!isFirst || isKnown) {
                 continue;
             }

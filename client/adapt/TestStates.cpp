@@ -2,6 +2,7 @@
 
 #include "../Limits.h"
 #include "../model/ValueConversion.h"
+#include "common/Numbers.h"
 
 #include <utility>
 
@@ -148,7 +149,7 @@ StatesOfTest TestStates::OrderOf(const Test& test)
     }
     std::set<std::string> fulfilling, others;
     for (const std::string& text : texts) {
-        if (const auto number = ReadDecimal(text)) {
+        if (const auto number = Numbers::ReadDecimal(text)) {
             (states.True.Contains(*number) ? fulfilling : others).insert(text);
         }
     }

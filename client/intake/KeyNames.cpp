@@ -2,7 +2,7 @@
 
 #include "JsonPointer.h"
 #include "Quote.h"
-#include "Text.h"
+#include "common/Ascii.h"
 
 #include <algorithm>
 #include <iterator>
@@ -24,23 +24,10 @@ struct KeyTable {
     std::size_t OlderCount = 0;
 };
 
-constexpr std::string_view attributeKeys[] = {
-    "AttributeName", "Type",        "CurrentValue",   "DefaultValue", "DisplayName",
-    "HelpText",      "WarningText", "MenuPath",       "DisplayOrder", "ReadOnly",
-    "WriteOnly",     "Hidden",      "GrayOut",        "Immutable",    "IsSystemUniqueProperty",
-    "ResetRequired", "Value",       "LowerBound",     "UpperBound",   "ScalarIncrement",
-    "MinLength",     "MaxLength",   "ValueExpression"};
 constexpr OlderKey olderAttributeKeys[] = {{"Name", static_cast<std::size_t>(AttributeKey::AttributeName)},
                                            {"Values", static_cast<std::size_t>(AttributeKey::Choices)}};
-constexpr std::string_view choiceKeys[] = {"ValueName", "ValueDisplayName"};
 constexpr OlderKey olderChoiceKeys[] = {{"Name", static_cast<std::size_t>(ChoiceKey::ValueName)},
                                         {"DisplayName", static_cast<std::size_t>(ChoiceKey::ValueDisplayName)}};
-constexpr std::string_view ruleKeys[] = {"Dependency", "DependencyFor", "Type"};
-constexpr std::string_view dependencyKeys[] = {"MapFrom", "MapToAttribute", "MapToProperty", "MapToValue"};
-constexpr std::string_view termKeys[] = {"MapFromAttribute", "MapFromCondition", "MapFromProperty",
-                                         "MapFromValue",     "MapTerms",         "Subexpressions"};
-constexpr std::string_view menuKeys[] = {"MenuName", "MenuPath", "DisplayName", "DisplayOrder",
-                                         "ReadOnly", "GrayOut",  "Hidden"};
 
 template <std::size_t Count>
 constexpr KeyTable Table(const std::string_view (&names)[Count])
@@ -56,27 +43,27 @@ constexpr KeyTable Table(const std::string_view (&names)[Count], const OlderKey 
 
 constexpr KeyTable TableOf(AttributeKey /*kind*/)
 {
-    return Table(attributeKeys, olderAttributeKeys);
+    return Table(Schema::attributeKeys, olderAttributeKeys);
 }
 constexpr KeyTable TableOf(ChoiceKey /*kind*/)
 {
-    return Table(choiceKeys, olderChoiceKeys);
+    return Table(Schema::choiceKeys, olderChoiceKeys);
 }
 constexpr KeyTable TableOf(RuleKey /*kind*/)
 {
-    return Table(ruleKeys);
+    return Table(Schema::ruleKeys);
 }
 constexpr KeyTable TableOf(DependencyKey /*kind*/)
 {
-    return Table(dependencyKeys);
+    return Table(Schema::dependencyKeys);
 }
 constexpr KeyTable TableOf(TermKey /*kind*/)
 {
-    return Table(termKeys);
+    return Table(Schema::termKeys);
 }
 constexpr KeyTable TableOf(MenuKey /*kind*/)
 {
-    return Table(menuKeys);
+    return Table(Schema::menuKeys);
 }
 
 /** The same as ==, and faster for names of the same length that begin alike. */
@@ -93,29 +80,24 @@ std::size_t FindKey(const KeyTable& table, std::string_view published)
     const std::string_view* name =
         std::find_if(table.Names, end, [&](std::string_view known) { return IsSame(known, published); });
     if (name == end) {
-        name =
-            std::find_if(table.Names, end, [&](std::string_view known) { return EqualIgnoringCase(known, published); });
+        name = std::find_if(table.Names, end,
+                            [&](std::string_view known) { return Ascii::EqualIgnoringCase(known, published); });
     }
     if (name != end) {
         return static_cast<std::size_t>(name - table.Names);
     }
     const OlderKey* const olderEnd = table.Older + table.OlderCount;
     const OlderKey* older = std::find_if(
-        table.Older, olderEnd, [&](const OlderKey& known) { return EqualIgnoringCase(known.Name, published); });
+        table.Older, olderEnd, [&](const OlderKey& known) { return Ascii::EqualIgnoringCase(known.Name, published); });
     return older != olderEnd ? older->Today : table.Count;
 }
 
 } // namespace
 
-std::string_view Name(AttributeKey key)
-{
-    return attributeKeys[static_cast<std::size_t>(key)];
-}
-
 std::optional<AttributeKey> FindAttributeKey(std::string_view published)
 {
     const std::size_t key = FindKey(TableOf(AttributeKey()), published);
-    return key < std::size(attributeKeys) ? std::optional(static_cast<AttributeKey>(key)) : std::nullopt;
+    return key < std::size(Schema::attributeKeys) ? std::optional(static_cast<AttributeKey>(key)) : std::nullopt;
 }
 
 template <class Key>

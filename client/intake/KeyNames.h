@@ -1,84 +1,51 @@
 #pragma once
 
 #include "Findings.h"
+#include "common/SchemaNames.h"
 
 #include <RedfishConfig/Client/Json.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace RedfishConfig::Client {
 
-/** The members of the schema's objects. The order is that of the tables in KeyNames.cpp. */
-enum class AttributeKey : std::uint8_t {
-    AttributeName,
-    Type,
-    CurrentValue,
-    DefaultValue,
-    DisplayName,
-    HelpText,
-    WarningText,
-    MenuPath,
-    DisplayOrder,
-    ReadOnly,
-    WriteOnly,
-    Hidden,
-    GrayOut,
-    Immutable,
-    IsSystemUniqueProperty,
-    ResetRequired,
-    Choices, ///< "Value"
-    LowerBound,
-    UpperBound,
-    ScalarIncrement,
-    MinLength,
-    MaxLength,
-    ValueExpression,
-};
-enum class ChoiceKey : std::uint8_t { ValueName, ValueDisplayName };
-enum class RuleKey : std::uint8_t { Dependency, DependencyFor, Type };
-enum class DependencyKey : std::uint8_t { MapFrom, MapToAttribute, MapToProperty, MapToValue };
-enum class TermKey : std::uint8_t {
-    MapFromAttribute,
-    MapFromCondition,
-    MapFromProperty,
-    MapFromValue,
-    MapTerms,
-    Subexpressions,
-};
-enum class MenuKey : std::uint8_t { MenuName, MenuPath, DisplayName, DisplayOrder, ReadOnly, GrayOut, Hidden };
+using Schema::AttributeKey;
+using Schema::ChoiceKey;
+using Schema::DependencyKey;
+using Schema::MenuKey;
+using Schema::RuleKey;
+using Schema::TermKey;
 
 constexpr std::size_t CountOf(AttributeKey /*kind*/)
 {
-    return 23;
+    return std::size(Schema::attributeKeys);
 }
 constexpr std::size_t CountOf(ChoiceKey /*kind*/)
 {
-    return 2;
+    return std::size(Schema::choiceKeys);
 }
 constexpr std::size_t CountOf(RuleKey /*kind*/)
 {
-    return 3;
+    return std::size(Schema::ruleKeys);
 }
 constexpr std::size_t CountOf(DependencyKey /*kind*/)
 {
-    return 4;
+    return std::size(Schema::dependencyKeys);
 }
 constexpr std::size_t CountOf(TermKey /*kind*/)
 {
-    return 6;
+    return std::size(Schema::termKeys);
 }
 constexpr std::size_t CountOf(MenuKey /*kind*/)
 {
-    return 7;
+    return std::size(Schema::menuKeys);
 }
-
-/** A key as the schema spells it today. */
-std::string_view Name(AttributeKey key);
 
 /** The key that a member of an attribute is read as; nothing when the schema has none like it. */
 std::optional<AttributeKey> FindAttributeKey(std::string_view published);

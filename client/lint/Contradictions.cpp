@@ -2,9 +2,9 @@
 
 #include "../Limits.h"
 #include "../intake/Quote.h"
-#include "../intake/Text.h"
 #include "../model/ChoiceNumbers.h"
 #include "../model/ValueConversion.h"
+#include "common/Numbers.h"
 
 #include <algorithm>
 #include <deque>
@@ -246,11 +246,12 @@ private:
         for (const std::string& state : m_WithValue.ListedTexts()) {
             const ChoiceGroup* group = m_Groups.Find(state);
             if (group == nullptr) {
-                m_Ordered.push_back({&state, ReadDecimal(state), ReadDecimal(state), true});
+                m_Ordered.push_back({&state, Numbers::ReadDecimal(state), Numbers::ReadDecimal(state), true});
                 continue;
             }
             const Choice& choice = m_Attribute.Choices[group->First];
-            m_Ordered.push_back({&state, ReadDecimal(choice.Name), ReadDecimal(choice.DisplayName), group->IsClear});
+            m_Ordered.push_back(
+                {&state, Numbers::ReadDecimal(choice.Name), Numbers::ReadDecimal(choice.DisplayName), group->IsClear});
         }
     }
 

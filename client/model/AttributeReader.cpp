@@ -4,7 +4,10 @@
 #include "../intake/KeyNames.h"
 #include "../intake/Quote.h"
 #include "NameTable.h"
+#include "PropertyKeys.h"
 #include "ValueConversion.h"
+#include "common/Ascii.h"
+#include "common/Numbers.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,23 +18,13 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-constexpr std::pair<AttributeKey, Property> flagKeys[] = {
-    {AttributeKey::GrayOut, Property::GrayOut},
-    {AttributeKey::Hidden, Property::Hidden},
-    {AttributeKey::Immutable, Property::Immutable},
-    {AttributeKey::IsSystemUniqueProperty, Property::IsSystemUniqueProperty},
-    {AttributeKey::ReadOnly, Property::ReadOnly},
-    {AttributeKey::ResetRequired, Property::ResetRequired},
-    {AttributeKey::WriteOnly, Property::WriteOnly},
-};
-
 AttributeType FindType(std::string_view published)
 {
     published = published.substr(0, published.find_last_not_of(" \t") + 1);
     constexpr AttributeType types[] = {AttributeType::Boolean, AttributeType::Enumeration, AttributeType::Integer,
                                        AttributeType::Password, AttributeType::String};
     const auto* const found = std::find_if(std::begin(types), std::end(types), [&](AttributeType type) {
-        return EqualIgnoringCase(Name(type), published);
+        return Ascii::EqualIgnoringCase(Name(type), published);
     });
     return found != std::end(types) ? *found : AttributeType::Unknown;
 }
@@ -112,7 +105,7 @@ private:
                           "the number " + Quote(member) + " is not whole or beyond 64 signed bits");
             return std::nullopt;
         }
-        const auto number = ReadInteger(member.Text());
+        const auto number = Numbers::ReadInteger(member.Text());
         if (number) {
             m_Findings.Add(Severity::Note, FindingKind::WrongKind, PointerTo(key), "a number that is a text",
                            "it is read as a number");
@@ -142,8 +135,9 @@ public:
     Attribute Read()
     {
         m_Attribute.Name = m_Members[AttributeKey::AttributeName].Text();
-        for (const auto& [key, flag] : flagKeys) {
-            if (m_Members.ReadFlag(key)) {
+        for (std::size_t number = 0; number < flagCount; ++number) {
+            const auto flag = static_cast<Property>(number);
+            if (m_Members.ReadFlag(KeyOf(flag))) {
                 m_Attribute.Flags.Set(flag);
             }
         }

@@ -1,6 +1,6 @@
 #include "ChoiceNumbers.h"
 
-#include "../intake/Text.h"
+#include "common/Numbers.h"
 
 #include <algorithm>
 #include <iterator>
@@ -95,7 +95,7 @@ std::string_view ChoiceNumbers::ValueFor(std::string_view text, bool displayName
 
 std::optional<std::int64_t> ChoiceNumbers::NumberFor(std::string_view text, bool displayNamesAreValues) const
 {
-    return ReadDecimal(ValueFor(text, displayNamesAreValues));
+    return Numbers::ReadDecimal(ValueFor(text, displayNamesAreValues));
 }
 
 bool ChoiceNumbers::Has(std::string_view text) const

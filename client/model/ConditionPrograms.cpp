@@ -1,6 +1,5 @@
 #include "ConditionPrograms.h"
 
-#include "../intake/Text.h"
 #include "ValueConversion.h"
 
 #include <algorithm>

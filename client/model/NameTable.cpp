@@ -1,6 +1,5 @@
 #include "NameTable.h"
-
-#include "../intake/Text.h"
+#include "common/Ascii.h"
 
 #include <algorithm>
 
@@ -15,7 +14,7 @@ std::uint64_t KeyOf(std::string_view name)
     constexpr std::size_t letters = 7;
     std::uint64_t key = name.size();
     for (std::size_t letter = 0; letter < std::min(letters, name.size()); ++letter) {
-        key = key << bits | static_cast<unsigned char>(ToLower(name[name.size() - 1 - letter]));
+        key = key << bits | static_cast<unsigned char>(Ascii::ToLower(name[name.size() - 1 - letter]));
     }
     return key;
 }
@@ -33,7 +32,7 @@ NameTable::NameTable(const std::vector<Attribute>& attributes)
         if (left.Key != right.Key) {
             return left.Key < right.Key;
         }
-        const int order = CompareIgnoringCase(left.Name, right.Name);
+        const int order = Ascii::CompareIgnoringCase(left.Name, right.Name);
         return order != 0 ? order < 0 : left.Attribute < right.Attribute;
     });
 }
@@ -43,9 +42,9 @@ std::optional<std::size_t> NameTable::Find(std::string_view name) const
     const std::uint64_t key = KeyOf(name);
     const auto found =
         std::lower_bound(m_Entries.begin(), m_Entries.end(), name, [key](const Entry& entry, std::string_view sought) {
-            return entry.Key != key ? entry.Key < key : CompareIgnoringCase(entry.Name, sought) < 0;
+            return entry.Key != key ? entry.Key < key : Ascii::CompareIgnoringCase(entry.Name, sought) < 0;
         });
-    const bool isFound = found != m_Entries.end() && found->Key == key && EqualIgnoringCase(found->Name, name);
+    const bool isFound = found != m_Entries.end() && found->Key == key && Ascii::EqualIgnoringCase(found->Name, name);
     return isFound ? std::optional(found->Attribute) : std::nullopt;
 }
 
@@ -55,7 +54,7 @@ std::vector<std::size_t> NameTable::Repeated() const
     for (std::size_t place = 1; place < m_Entries.size(); ++place) {
         const Entry& before = m_Entries[place - 1];
         const Entry& entry = m_Entries[place];
-        if (before.Key == entry.Key && EqualIgnoringCase(before.Name, entry.Name)) {
+        if (before.Key == entry.Key && Ascii::EqualIgnoringCase(before.Name, entry.Name)) {
             repeated.push_back(entry.Attribute);
         }
     }

@@ -28,7 +28,7 @@ private:
         std::string_view Name; ///< owned by the attribute
         std::size_t Attribute;
     };
-    std::vector<Entry> m_Entries; // by key, then as CompareIgnoringCase() orders the names, then by attribute
+    std::vector<Entry> m_Entries; // by key, then as Ascii::CompareIgnoringCase() orders the names, then by attribute
 };
 
 } // namespace RedfishConfig::Client

@@ -1,15 +1,13 @@
 #include <RedfishConfig/Client/Rule.h>
 
 #include "../intake/Quote.h"
+#include "common/SchemaNames.h"
 
 #include <algorithm>
 
 namespace RedfishConfig::Client {
 
 namespace {
-
-constexpr std::string_view comparisonNames[] = {"EQU", "NEQ", "GTR", "GEQ", "LSS", "LEQ"};
-constexpr std::string_view comparisonSigns[] = {"==", "!=", ">", ">=", "<", "<="};
 
 constexpr std::string_view formWords[] = {
     "single-term", "joiner-on-earlier", "joiner-on-later", "stack-order", "no-joiner", "nested", "none"};
@@ -94,12 +92,12 @@ std::string OutcomeText(const Outcome& outcome)
 
 std::string_view Name(Comparison comparison)
 {
-    return comparisonNames[static_cast<std::size_t>(comparison)];
+    return Schema::conditions[static_cast<std::size_t>(comparison)].Name;
 }
 
 std::string_view Sign(Comparison comparison)
 {
-    return comparisonSigns[static_cast<std::size_t>(comparison)];
+    return Schema::conditions[static_cast<std::size_t>(comparison)].Sign;
 }
 
 std::string_view Word(RuleForm form)

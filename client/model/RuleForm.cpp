@@ -3,6 +3,7 @@
 #include "../Limits.h"
 #include "../intake/Quote.h"
 #include "ValueConversion.h"
+#include "common/Ascii.h"
 
 #include <algorithm>
 #include <utility>
@@ -279,7 +280,7 @@ void ListedTerm::ReadJoiners(const JsonValue& mapTerms)
 /** A negation belongs to the term that carries it, and so it is before what joins the term to others. */
 void ListedTerm::ReadJoiner(std::string_view word)
 {
-    const auto is = [&](std::string_view known) { return EqualIgnoringCase(word, known); };
+    const auto is = [&](std::string_view known) { return Ascii::EqualIgnoringCase(word, known); };
     if (is("and") || is("or")) {
         Joiners.push_back(is("and") ? Condition::Kind::All : Condition::Kind::Any);
     } else if (is("not")) {

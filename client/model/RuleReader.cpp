@@ -7,6 +7,7 @@
 #include "RuleForm.h"
 #include "TermReader.h"
 #include "ValueConversion.h"
+#include "common/Ascii.h"
 
 #include <algorithm>
 #include <optional>
@@ -182,13 +183,13 @@ private:
         if (m_MenusByName.empty()) { // most registries have no rules on menus
             for (std::size_t menu = 0; menu < m_Menus.size(); ++menu) {
                 m_MenusByName[m_Menus[menu].Name].push_back(menu);
-                m_MenusByFolded[LowerCase(m_Menus[menu].Name)].push_back(menu);
+                m_MenusByFolded[Ascii::ToLower(m_Menus[menu].Name)].push_back(menu);
             }
         }
         if (const auto found = m_MenusByName.find(name); found != m_MenusByName.end()) {
             return found->second;
         }
-        const auto found = m_MenusByFolded.find(LowerCase(name));
+        const auto found = m_MenusByFolded.find(Ascii::ToLower(name));
         return found != m_MenusByFolded.end() ? found->second : none;
     }
 

@@ -2,8 +2,9 @@
 
 #include "../intake/JsonPointer.h"
 #include "../intake/Quote.h"
-#include "../intake/Text.h"
 #include "ValueConversion.h"
+#include "common/Ascii.h"
+#include "common/SchemaNames.h"
 
 #include <algorithm>
 #include <optional>
@@ -13,18 +14,15 @@ namespace RedfishConfig::Client {
 
 namespace {
 
-/** Terms on this attribute ask about the controller itself, and do not count. */
-constexpr std::string_view controllerAttribute = "SYSACS";
-
 std::optional<Comparison> FindComparison(std::string_view word)
 {
     for (const Comparison comparison : {Comparison::Equal, Comparison::NotEqual, Comparison::Greater,
                                         Comparison::GreaterOrEqual, Comparison::Less, Comparison::LessOrEqual}) {
-        if (EqualIgnoringCase(Name(comparison), word)) {
+        if (Ascii::EqualIgnoringCase(Name(comparison), word)) {
             return comparison;
         }
     }
-    return EqualIgnoringCase(word, "EQ") ? std::optional(Comparison::Equal) : std::nullopt; // published as well
+    return Ascii::EqualIgnoringCase(word, Schema::equalAsPublished) ? std::optional(Comparison::Equal) : std::nullopt;
 }
 
 Condition MakeTest(Test test)
@@ -77,7 +75,7 @@ Condition TermReader::Read(const KeyedObject<TermKey>& term)
         term.ReportKeys(Pointer(), m_Findings);
     }
     const std::string_view name = term[TermKey::MapFromAttribute].Text();
-    if (name == controllerAttribute) {
+    if (name == Schema::controllerAttribute) {
         m_Findings.Add(Severity::Note, FindingKind::ControllerTerm, Pointer(), "a term on the controller itself",
                        "the term does not count");
         Condition ignored;

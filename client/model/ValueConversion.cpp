@@ -1,4 +1,5 @@
 #include "ValueConversion.h"
+#include "common/Numbers.h"
 
 #include <utility>
 
@@ -9,14 +10,14 @@ namespace {
 Value ToInteger(Value value)
 {
     const auto* text = std::get_if<std::string>(&value);
-    const auto number = text != nullptr ? ReadInteger(*text) : std::nullopt;
+    const auto number = text != nullptr ? Numbers::ReadInteger(*text) : std::nullopt;
     return number ? Value(*number) : std::move(value);
 }
 
 Value ToBoolean(Value value)
 {
     if (const auto* text = std::get_if<std::string>(&value)) {
-        const auto truth = ReadTruth(*text);
+        const auto truth = Numbers::ReadTruth(*text);
         return truth ? Value(*truth) : std::move(value);
     }
     const auto* number = std::get_if<std::int64_t>(&value);
@@ -58,7 +59,7 @@ std::optional<std::int64_t> NumberOf(const Value& value)
         return *number;
     }
     const auto* text = std::get_if<std::string>(&value);
-    return text != nullptr ? ReadDecimal(*text) : std::nullopt;
+    return text != nullptr ? Numbers::ReadDecimal(*text) : std::nullopt;
 }
 
 std::string QuoteValue(const Value& value, AttributeType type)

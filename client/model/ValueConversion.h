@@ -1,7 +1,6 @@
 #pragma once
 
 #include "../intake/ReadValue.h"
-#include "../intake/Text.h"
 
 #include <RedfishConfig/Client/Attribute.h>
 #include <RedfishConfig/Client/Value.h>

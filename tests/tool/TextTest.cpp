@@ -1,4 +1,5 @@
 #include "Text.h"
+#include "common/Ascii.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,8 @@
 #include <vector>
 
 namespace {
+
+namespace Ascii = RedfishConfig::Ascii;
 
 using namespace RedfishConfigTool;
 using Lines = std::vector<std::string>;
@@ -95,12 +98,12 @@ TEST(Wrap, EscapesItsLines)
 
 TEST(IgnoringCase, FoldsAsciiOnly)
 {
-    EXPECT_TRUE(EqualsIgnoringCase("BootMode", "bOOTmODE"));
-    EXPECT_FALSE(EqualsIgnoringCase("BootMode", "BootModes"));
-    EXPECT_FALSE(EqualsIgnoringCase("\xc3\x89", "\xc3\xa9"));
-    EXPECT_TRUE(ContainsIgnoringCase("Secure Boot", "BOOT"));
-    EXPECT_TRUE(ContainsIgnoringCase("anything", ""));
-    EXPECT_FALSE(ContainsIgnoringCase("Boot", "Boots"));
+    EXPECT_TRUE(Ascii::EqualIgnoringCase("BootMode", "bOOTmODE"));
+    EXPECT_FALSE(Ascii::EqualIgnoringCase("BootMode", "BootModes"));
+    EXPECT_FALSE(Ascii::EqualIgnoringCase("\xc3\x89", "\xc3\xa9"));
+    EXPECT_TRUE(Ascii::ContainsIgnoringCase("Secure Boot", "BOOT"));
+    EXPECT_TRUE(Ascii::ContainsIgnoringCase("anything", ""));
+    EXPECT_FALSE(Ascii::ContainsIgnoringCase("Boot", "Boots"));
 }
 
 TEST(ReplaceAll, ReplacesEachOccurrenceOnce)

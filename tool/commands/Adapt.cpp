@@ -4,6 +4,7 @@
 #include "../JsonText.h"
 #include "../Secrets.h"
 #include "../Text.h"
+#include "common/Ascii.h"
 
 #include <CLI/App.hpp>
 
@@ -23,6 +24,7 @@
 
 namespace RedfishConfigTool {
 
+namespace Ascii = RedfishConfig::Ascii;
 namespace json = boost::json;
 namespace Client = RedfishConfig::Client;
 
@@ -53,9 +55,9 @@ bool IsOneOf(const Names& names, const json::value* name)
 bool HasAnyValue(const json::object& attribute)
 {
     return std::any_of(attribute.begin(), attribute.end(), [](const auto& member) {
-        return !member.value().is_null() &&
-               (EqualsIgnoringCase(member.key(), "CurrentValue") || EqualsIgnoringCase(member.key(), "DefaultValue") ||
-                EqualsIgnoringCase(member.key(), "Value"));
+        return !member.value().is_null() && (Ascii::EqualIgnoringCase(member.key(), "CurrentValue") ||
+                                             Ascii::EqualIgnoringCase(member.key(), "DefaultValue") ||
+                                             Ascii::EqualIgnoringCase(member.key(), "Value"));
     });
 }
 

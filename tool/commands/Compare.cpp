@@ -3,6 +3,7 @@
 #include "../SavedSystem.h"
 #include "../Text.h"
 #include "../TypedValue.h"
+#include "common/Ascii.h"
 
 #include <RedfishConfig/SettingValue.h>
 
@@ -17,6 +18,7 @@
 
 namespace RedfishConfigTool {
 
+namespace Ascii = RedfishConfig::Ascii;
 namespace json = boost::json;
 
 namespace {
@@ -49,7 +51,7 @@ struct Comparison {
 /** A value as it is shown: an integer in hexadecimal, where that is wanted. What is no integer stays as it is. */
 std::optional<std::string> Shown(const Setting& setting, const std::optional<std::string>& value, const System& system)
 {
-    if (!value || !system.Options().Hex || !EqualsIgnoringCase(setting.Type(), "Integer")) {
+    if (!value || !system.Options().Hex || !Ascii::EqualIgnoringCase(setting.Type(), "Integer")) {
         return value;
     }
     const std::optional<json::value> typed = TypedValue(setting, *value);

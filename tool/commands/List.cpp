@@ -4,6 +4,7 @@
 #include "../Status.h"
 #include "../Suggest.h"
 #include "../Text.h"
+#include "common/Ascii.h"
 
 #include <CLI/App.hpp>
 
@@ -15,6 +16,7 @@
 
 namespace RedfishConfigTool {
 
+namespace Ascii = RedfishConfig::Ascii;
 namespace json = boost::json;
 
 namespace {
@@ -36,7 +38,7 @@ struct Row {
 
 bool MenuMatches(const Menu& menu, const std::string& text)
 {
-    return ContainsIgnoringCase(menu.Name, text) || ContainsIgnoringCase(menu.DisplayName, text);
+    return Ascii::ContainsIgnoringCase(menu.Name, text) || Ascii::ContainsIgnoringCase(menu.DisplayName, text);
 }
 
 bool StandsInMenu(const Setting& setting, const std::string& text)
@@ -53,7 +55,7 @@ bool IsListed(const Row& row, const ListOptions& options, const SystemOptions& s
 {
     const bool isProtected = row.Status.Is(StatusRow::Protected) && !systemOptions.IncludeProtected;
     return (options.All || !(row.Status.IsHiddenByRule() || isProtected)) &&
-           (options.Type.empty() || EqualsIgnoringCase(options.Type, row.Subject.Type())) &&
+           (options.Type.empty() || Ascii::EqualIgnoringCase(options.Type, row.Subject.Type())) &&
            (options.Menu.empty() || StandsInMenu(row.Subject, options.Menu)) && (!options.Changed || row.IsChanged());
 }
 
@@ -195,7 +197,7 @@ Runner AttachList(CLI::App& command)
     command.add_flag("--changed", options->Changed, "Only settings whose value differs from the default");
     command.add_flag("--all", options->All, "Hidden and protected settings too");
     command.final_callback([options] {
-        const auto named = [&](const std::string& name) { return EqualsIgnoringCase(name, options->Type); };
+        const auto named = [&](const std::string& name) { return Ascii::EqualIgnoringCase(name, options->Type); };
         if (!options->Type.empty() && std::none_of(typeNames.begin(), typeNames.end(), named)) {
             throw UsageError("unknown type " + options->Type + ": give " + JoinWithOr(typeNames));
         }

@@ -2,6 +2,7 @@
 
 #include "../../logging/LogLine.h"
 #include "../LetterCase.h"
+#include "common/Ascii.h"
 
 #include <algorithm>
 #include <functional>
@@ -25,20 +26,14 @@ constexpr Token falseText = "false";
     throw message; // NOLINT(cert-err60-cpp): callers catch a std::string
 }
 
-bool EqualsIgnoringCase(Token text, Token lowerCase)
-{
-    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
-                      [](char a, char b) { return LowerAscii(a) == b; });
-}
-
 bool IsTrue(Token text)
 {
-    return EqualsIgnoringCase(text, trueText);
+    return Ascii::EqualIgnoringCase(text, trueText);
 }
 
 bool IsTruthText(Token text)
 {
-    return IsTrue(text) || EqualsIgnoringCase(text, falseText);
+    return IsTrue(text) || Ascii::EqualIgnoringCase(text, falseText);
 }
 
 /** What an operator does; the operands of one that takes truths must be truth texts. */

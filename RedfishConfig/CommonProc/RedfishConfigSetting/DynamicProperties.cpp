@@ -80,7 +80,7 @@ bool RedfishConfigSetting::AnswerDynamicProperty(std::size_t row)
     // A rule that cannot be understood or calculated makes the property true, as a safeguard.
     const PropertyExpression& expression = *found->Expression;
     if (!expression.Valid || !std::holds_alternative<bool>(expression.MapToValue.value())) {
-        LOG_LINE(LogDetail) << "The expression is invalid or the MapToValue of " << property.key
+        LOG_LINE(LogDetail) << "The expression is invalid or the MapToValue of " << property.Name()
                             << " is not a boolean value.";
         m_ErrMsg = theSettingIs() + " due to BMC data error.";
         return true;
@@ -93,7 +93,8 @@ bool RedfishConfigSetting::AnswerDynamicProperty(std::size_t row)
         m_ErrMsg = theSettingIs() + " duo to dependency calculate error.";
         return true;
     }
-    LOG_LINE(LogDetail) << "Calculate " << property.key << " formular (" << found->Formula << ") result is " << holds;
+    LOG_LINE(LogDetail) << "Calculate " << property.Name() << " formular (" << found->Formula << ") result is "
+                        << holds;
 
     const bool mapToValue = std::get<bool>(*expression.MapToValue);
     const char* const relation =

@@ -1,19 +1,24 @@
 #pragma once
 
+#include "common/SchemaNames.h"
+
 #include <RedfishConfig/RedfishConfigSetting.h>
 
 #include <array>
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace RedfishConfig {
 
 /** One of the properties that a rule may decide. */
 struct DynamicProperty {
-    const char* key;  ///< in the registry, in formulas and in the log
-    const char* word; ///< in reasons
+    Schema::AttributeKey key; ///< in the registry, in formulas and in the log
+    const char* word;         ///< in reasons
     bool RedfishConfigSettingInfoStru::*flag;
     bool answersFlag; ///< whether the registry's flag is the answer where no rule decides
+
+    constexpr std::string_view Name() const { return Schema::Name(key); }
 };
 
 enum DynamicPropertyRow : std::size_t {
@@ -31,19 +36,20 @@ enum DynamicPropertyRow : std::size_t {
  * hides is "protected", which isProtected() answers, and not hidden.
  */
 inline constexpr std::array<DynamicProperty, DynamicPropertyRows> dynamicProperties{{
-    {"ReadOnly", "read only", &RedfishConfigSettingInfoStru::ReadOnly, true},
-    {"WriteOnly", "write only", &RedfishConfigSettingInfoStru::WriteOnly, true},
-    {"Hidden", "hidden", &RedfishConfigSettingInfoStru::Hidden, false},
-    {"GrayOut", "grayout", &RedfishConfigSettingInfoStru::GrayOut, true},
-    {"Immutable", "immutable", &RedfishConfigSettingInfoStru::Immutable, true},
-    {"IsSystemUniqueProperty", "system unique", &RedfishConfigSettingInfoStru::IsSystemUniqueProperty, true},
+    {Schema::AttributeKey::ReadOnly, "read only", &RedfishConfigSettingInfoStru::ReadOnly, true},
+    {Schema::AttributeKey::WriteOnly, "write only", &RedfishConfigSettingInfoStru::WriteOnly, true},
+    {Schema::AttributeKey::Hidden, "hidden", &RedfishConfigSettingInfoStru::Hidden, false},
+    {Schema::AttributeKey::GrayOut, "grayout", &RedfishConfigSettingInfoStru::GrayOut, true},
+    {Schema::AttributeKey::Immutable, "immutable", &RedfishConfigSettingInfoStru::Immutable, true},
+    {Schema::AttributeKey::IsSystemUniqueProperty, "system unique",
+     &RedfishConfigSettingInfoStru::IsSystemUniqueProperty, true},
 }};
 
 /** The property of that key, or DynamicPropertyRows. */
 inline DynamicPropertyRow FindDynamicProperty(const std::string& key)
 {
     std::size_t row = 0;
-    while (row < dynamicProperties.size() && key != dynamicProperties[row].key) {
+    while (row < dynamicProperties.size() && key != dynamicProperties[row].Name()) {
         ++row;
     }
     return static_cast<DynamicPropertyRow>(row);

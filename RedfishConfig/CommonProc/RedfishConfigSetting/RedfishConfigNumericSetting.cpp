@@ -3,6 +3,7 @@
 #include "../../logging/LogLine.h"
 #include "PatchValue.h"
 #include "ScopeVerdict.h"
+#include "common/Numbers.h"
 
 #include <boost/lexical_cast.hpp>
 
@@ -15,12 +16,8 @@ namespace {
 /** Reads an optional sign and decimal digits, and nothing else. @throws boost::bad_lexical_cast */
 std::int64_t ReadInteger(const std::string& text)
 {
-    // The cast alone would accept the digit groups of the global locale, which no PATCH body may carry.
-    const std::size_t sign = text.find_first_of("+-") == 0 ? 1 : 0;
-    if (text.find_first_not_of("0123456789", sign) != std::string::npos) {
-        throw boost::bad_lexical_cast();
-    }
-    return boost::lexical_cast<std::int64_t>(text);
+    const std::optional<std::int64_t> number = Numbers::ReadDecimal(text);
+    return number ? *number : throw boost::bad_lexical_cast(); // whose text callers know
 }
 
 /** The absolute value, also of the smallest integer, whose absolute value no signed integer can hold. */

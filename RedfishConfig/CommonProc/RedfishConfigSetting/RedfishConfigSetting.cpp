@@ -136,7 +136,7 @@ std::map<std::string, std::string> RedfishConfigSetting::GetProperyMap()
         // Every setting logs the numeric class's name here; readers of saved logs expect it.
         LOG_LINE(LogDetail) << "Enter RedfishConfigNumericSetting::GetProperyMap() with m_AttributeName:" << name;
         for (const DynamicProperty& property : dynamicProperties) {
-            properties.emplace(name + "." + property.key, Info().*property.flag ? "true" : "false");
+            properties.emplace(name + "." + std::string(property.Name()), Info().*property.flag ? "true" : "false");
         }
         // An exist test becomes a comparison that a formula can hold.
         const bool exists = m_CurrentValue.has_value();

@@ -13,7 +13,7 @@ constexpr bool AreFlagsTheFirstTails()
 {
     std::size_t row = 0;
     for (; row < dynamicProperties.size(); ++row) {
-        if (keyTails[row].front() != '.' || keyTails[row].substr(1) != dynamicProperties[row].key) {
+        if (keyTails[row].front() != '.' || keyTails[row].substr(1) != dynamicProperties[row].Name()) {
             return false;
         }
     }

@@ -11,37 +11,38 @@ namespace {
 
 using Record = RedfishConfigSettingInfoStru;
 using Choice = RedfishConfigValueEntryStru;
+using Schema::AttributeKey;
 
 template <auto Member>
-constexpr MemberReader<Record> Reads(std::string_view key)
+constexpr MemberReader<Record> Reads(AttributeKey key)
 {
-    return ReaderOf<Member, Record>(key);
+    return ReaderOf<Member, Record>(Schema::Name(key));
 }
 
 /** In alphabetical order, so that a key is found by halving. */
 constexpr MemberReader<Record> attributeMembers[] = {
-    Reads<&Record::AttributeName>("AttributeName"),
-    Reads<&Record::CurrentValue>("CurrentValue"),
-    Reads<&Record::DefaultValue>("DefaultValue"),
-    Reads<&Record::DisplayName>("DisplayName"),
-    Reads<&Record::DisplayOrder>("DisplayOrder"),
-    Reads<&Record::GrayOut>("GrayOut"),
-    Reads<&Record::HelpText>("HelpText"),
-    Reads<&Record::Hidden>("Hidden"),
-    Reads<&Record::Immutable>("Immutable"),
-    Reads<&Record::IsSystemUniqueProperty>("IsSystemUniqueProperty"),
-    Reads<&Record::LowerBound>("LowerBound"),
-    Reads<&Record::MaxLength>("MaxLength"),
-    Reads<&Record::MenuPath>("MenuPath"),
-    Reads<&Record::MinLength>("MinLength"),
-    Reads<&Record::ReadOnly>("ReadOnly"),
-    Reads<&Record::ResetRequired>("ResetRequired"),
-    Reads<&Record::ScalarIncrement>("ScalarIncrement"),
-    Reads<&Record::Type>("Type"),
-    Reads<&Record::UpperBound>("UpperBound"),
-    Reads<&Record::ValueExpression>("ValueExpression"),
-    Reads<&Record::WarningText>("WarningText"),
-    Reads<&Record::WriteOnly>("WriteOnly"),
+    Reads<&Record::AttributeName>(AttributeKey::AttributeName),
+    Reads<&Record::CurrentValue>(AttributeKey::CurrentValue),
+    Reads<&Record::DefaultValue>(AttributeKey::DefaultValue),
+    Reads<&Record::DisplayName>(AttributeKey::DisplayName),
+    Reads<&Record::DisplayOrder>(AttributeKey::DisplayOrder),
+    Reads<&Record::GrayOut>(AttributeKey::GrayOut),
+    Reads<&Record::HelpText>(AttributeKey::HelpText),
+    Reads<&Record::Hidden>(AttributeKey::Hidden),
+    Reads<&Record::Immutable>(AttributeKey::Immutable),
+    Reads<&Record::IsSystemUniqueProperty>(AttributeKey::IsSystemUniqueProperty),
+    Reads<&Record::LowerBound>(AttributeKey::LowerBound),
+    Reads<&Record::MaxLength>(AttributeKey::MaxLength),
+    Reads<&Record::MenuPath>(AttributeKey::MenuPath),
+    Reads<&Record::MinLength>(AttributeKey::MinLength),
+    Reads<&Record::ReadOnly>(AttributeKey::ReadOnly),
+    Reads<&Record::ResetRequired>(AttributeKey::ResetRequired),
+    Reads<&Record::ScalarIncrement>(AttributeKey::ScalarIncrement),
+    Reads<&Record::Type>(AttributeKey::Type),
+    Reads<&Record::UpperBound>(AttributeKey::UpperBound),
+    Reads<&Record::ValueExpression>(AttributeKey::ValueExpression),
+    Reads<&Record::WarningText>(AttributeKey::WarningText),
+    Reads<&Record::WriteOnly>(AttributeKey::WriteOnly),
 };
 
 constexpr bool AreInOrder()
@@ -56,8 +57,8 @@ constexpr bool AreInOrder()
 static_assert(AreInOrder());
 
 constexpr MemberReader<Choice> choiceMembers[] = {
-    ReaderOf<&Choice::ValueName, Choice>("ValueName"),
-    ReaderOf<&Choice::ValueDisplayName, Choice>("ValueDisplayName"),
+    ReaderOf<&Choice::ValueName, Choice>(Schema::Name(Schema::ChoiceKey::ValueName)),
+    ReaderOf<&Choice::ValueDisplayName, Choice>(Schema::Name(Schema::ChoiceKey::ValueDisplayName)),
 };
 
 void ReadChoices(Record& record, const json::value& json)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../JsonMember.h"
+#include "common/SchemaNames.h"
 
 #include <RedfishConfig/RedfishConfigSettingInfo.h>
 
@@ -15,7 +16,7 @@ const MemberReader<RedfishConfigSettingInfoStru>* FindAttributeMember(std::strin
 const MemberReader<RedfishConfigValueEntryStru>* FindChoiceMember(std::string_view key);
 
 /** The key of the list of choices. */
-constexpr std::string_view choicesKey = "Value";
+constexpr std::string_view choicesKey = Schema::Name(Schema::AttributeKey::Choices);
 
 /** Adds a choice to an attribute. One without a name is skipped; of two with one name the first is kept. */
 void AddChoice(RedfishConfigSettingInfoStru& record, RedfishConfigValueEntryStru&& choice);

@@ -3,6 +3,7 @@
 #include "../LetterCase.h"
 #include "../Rules/RuleFormula.h"
 #include "../Rules/SettingNames.h"
+#include "common/Ascii.h"
 
 #include <boost/algorithm/string/split.hpp>
 
@@ -48,7 +49,7 @@ Opening OpeningOf(std::string_view name)
 {
     Opening opening{};
     std::transform(name.begin(), name.begin() + static_cast<std::ptrdiff_t>(std::min(name.size(), opening.size())),
-                   opening.begin(), [](char letter) { return static_cast<unsigned char>(LowerAscii(letter)); });
+                   opening.begin(), [](char letter) { return static_cast<unsigned char>(Ascii::ToLower(letter)); });
     return opening;
 }
 

@@ -163,10 +163,12 @@ private:
         m_TermMember = nullptr;
         switch (m_Place) {
         case Place::Root:
-            m_Branch = key == "RegistryEntries" ? Branch::Entries : Branch::None;
+            m_Branch = key == Schema::registryEntries ? Branch::Entries : Branch::None;
             break;
         case Place::Entries:
-            m_Branch = key == "Attributes" ? Branch::Attributes : key == "Dependencies" ? Branch::Rules : Branch::None;
+            m_Branch = key == Schema::attributes     ? Branch::Attributes
+                       : key == Schema::dependencies ? Branch::Rules
+                                                     : Branch::None;
             break;
         case Place::Attribute:
             m_AttributeMember = FindAttributeMember(key);
@@ -176,11 +178,11 @@ private:
             m_ChoiceMember = FindChoiceMember(key);
             break;
         case Place::RuleEntry:
-            m_Branch = key == "Dependency" ? Branch::Rule : Branch::None;
+            m_Branch = key == Schema::Name(Schema::RuleKey::Dependency) ? Branch::Rule : Branch::None;
             break;
         case Place::Rule:
             m_RuleMember = FindRuleMember(key);
-            m_Branch = key == "MapFrom" ? Branch::Terms : Branch::None;
+            m_Branch = key == Schema::Name(Schema::DependencyKey::MapFrom) ? Branch::Terms : Branch::None;
             break;
         case Place::Term:
             m_TermMember = FindTermMember(key);

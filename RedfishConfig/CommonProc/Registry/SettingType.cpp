@@ -1,6 +1,7 @@
 #include "SettingType.h"
 
-#include "../LetterCase.h"
+#include "common/Ascii.h"
+#include "common/SchemaNames.h"
 
 #include <algorithm>
 #include <iterator>
@@ -10,15 +11,10 @@ namespace RedfishConfig {
 
 namespace {
 
-struct TypeName {
-    std::string_view lowerCase;
-    SettingType type;
-};
-
-constexpr TypeName typeNames[] = {
-    {"string", SettingType::String},   {"integer", SettingType::Integer},   {"enumeration", SettingType::Enumeration},
-    {"boolean", SettingType::Boolean}, {"password", SettingType::Password},
-};
+/** Row N is the type of the schema's row N. */
+constexpr SettingType settingTypes[] = {SettingType::Boolean, SettingType::Enumeration, SettingType::Integer,
+                                        SettingType::Password, SettingType::String};
+static_assert(std::size(settingTypes) == std::size(Schema::types));
 
 } // namespace
 
@@ -27,11 +23,10 @@ SettingType SettingTypeOf(const std::optional<std::string>& name)
     if (!name) {
         return SettingType::None;
     }
-    const auto* const found = std::find_if(std::begin(typeNames), std::end(typeNames), [&](const TypeName& row) {
-        return std::equal(name->begin(), name->end(), row.lowerCase.begin(), row.lowerCase.end(),
-                          [](char a, char b) { return LowerAscii(a) == b; });
-    });
-    return found != std::end(typeNames) ? found->type : SettingType::None;
+    const auto* const found =
+        std::find_if(std::begin(Schema::types), std::end(Schema::types),
+                     [&](std::string_view type) { return Ascii::EqualIgnoringCase(*name, type); });
+    return found != std::end(Schema::types) ? settingTypes[found - std::begin(Schema::types)] : SettingType::None;
 }
 
 } // namespace RedfishConfig

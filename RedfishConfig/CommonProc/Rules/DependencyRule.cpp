@@ -1,5 +1,7 @@
 #include "DependencyRule.h"
 
+#include "common/SchemaNames.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -7,21 +9,21 @@ namespace RedfishConfig {
 
 namespace {
 
-/** Terms on this attribute test the controller itself, not a setting, and never count. */
-constexpr std::string_view controllerAttribute = "SYSACS";
+using Schema::DependencyKey;
+using Schema::TermKey;
 
 constexpr MemberReader<DependencyRule> ruleMembers[] = {
-    ReaderOf<&DependencyRule::MapToAttribute, DependencyRule>("MapToAttribute"),
-    ReaderOf<&DependencyRule::MapToProperty, DependencyRule>("MapToProperty"),
-    ReaderOf<&DependencyRule::MapToValue, DependencyRule>("MapToValue"),
+    ReaderOf<&DependencyRule::MapToAttribute, DependencyRule>(Schema::Name(DependencyKey::MapToAttribute)),
+    ReaderOf<&DependencyRule::MapToProperty, DependencyRule>(Schema::Name(DependencyKey::MapToProperty)),
+    ReaderOf<&DependencyRule::MapToValue, DependencyRule>(Schema::Name(DependencyKey::MapToValue)),
 };
 
 constexpr MemberReader<MapFromTerm> termMembers[] = {
-    ReaderOf<&MapFromTerm::MapFromAttribute, MapFromTerm>("MapFromAttribute"),
-    ReaderOf<&MapFromTerm::MapFromCondition, MapFromTerm>("MapFromCondition"),
-    ReaderOf<&MapFromTerm::MapFromProperty, MapFromTerm>("MapFromProperty"),
-    ReaderOf<&MapFromTerm::MapFromValue, MapFromTerm>("MapFromValue"),
-    ReaderOf<&MapFromTerm::MapTerms, MapFromTerm>("MapTerms"),
+    ReaderOf<&MapFromTerm::MapFromAttribute, MapFromTerm>(Schema::Name(TermKey::MapFromAttribute)),
+    ReaderOf<&MapFromTerm::MapFromCondition, MapFromTerm>(Schema::Name(TermKey::MapFromCondition)),
+    ReaderOf<&MapFromTerm::MapFromProperty, MapFromTerm>(Schema::Name(TermKey::MapFromProperty)),
+    ReaderOf<&MapFromTerm::MapFromValue, MapFromTerm>(Schema::Name(TermKey::MapFromValue)),
+    ReaderOf<&MapFromTerm::MapTerms, MapFromTerm>(Schema::Name(TermKey::MapTerms)),
 };
 
 template <class Table>
@@ -35,9 +37,9 @@ auto Find(const Table& table, std::string_view key) -> decltype(std::begin(table
 /** Makes a joiner a formula operator; a text that is no joiner is kept, and fails when the formula is calculated. */
 void JoinerToOperator(std::string& mapTerms)
 {
-    if (mapTerms == "OR") {
+    if (mapTerms == Schema::orJoiner) {
         mapTerms = "||";
-    } else if (mapTerms == "AND") {
+    } else if (mapTerms == Schema::andJoiner) {
         mapTerms = "&&";
     }
 }
@@ -57,9 +59,10 @@ const MemberReader<MapFromTerm>* FindTermMember(std::string_view key)
 void CompleteRule(DependencyRule& rule)
 {
     auto& terms = rule.MapFrom;
-    terms.erase(std::remove_if(terms.begin(), terms.end(),
-                               [](const MapFromTerm& term) { return term.MapFromAttribute == controllerAttribute; }),
-                terms.end());
+    terms.erase(
+        std::remove_if(terms.begin(), terms.end(),
+                       [](const MapFromTerm& term) { return term.MapFromAttribute == Schema::controllerAttribute; }),
+        terms.end());
     for (MapFromTerm& term : terms) {
         JoinerToOperator(term.MapTerms);
     }

@@ -1,8 +1,10 @@
 #include "RuleFormula.h"
 
 #include "../Limits.h"
+#include "common/SchemaNames.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace RedfishConfig {
@@ -18,21 +20,13 @@ void Complain(Defects defects, const char* what, const std::string& about)
     }
 }
 
-struct Condition {
-    std::string_view name;
-    const char* operatorText;
-};
-
-/** "EQ" is no condition of the Redfish schema, but controllers publish it. */
-constexpr Condition conditions[] = {
-    {"EQU", "=="}, {"NEQ", "!="}, {"GTR", ">"}, {"GEQ", ">="}, {"LSS", "<"}, {"LEQ", "<="}, {"EQ", "=="},
-};
-
-const Condition* FindCondition(std::string_view name)
+/** The operator of a condition; empty when there is no such condition. */
+std::string_view OperatorOf(std::string_view condition)
 {
-    const auto* const found = std::find_if(std::begin(conditions), std::end(conditions),
-                                           [&](const Condition& row) { return row.name == name; });
-    return found != std::end(conditions) ? found : nullptr;
+    const std::string_view wanted = condition == Schema::equalAsPublished ? Schema::conditions[0].Name : condition;
+    const auto* const found = std::find_if(std::begin(Schema::conditions), std::end(Schema::conditions),
+                                           [&](const Schema::Condition& row) { return row.Name == wanted; });
+    return found != std::end(Schema::conditions) ? found->Sign : std::string_view();
 }
 
 void WriteTerm(std::string& formula, const MapFromTerm& term, std::string_view operatorText, std::string_view value)
@@ -67,15 +61,15 @@ bool AddExistTest(std::string& formula, const MapFromTerm& term, std::string_vie
 
 bool AddTerm(std::string& formula, const MapFromTerm& term, const std::string& target, Defects defects)
 {
-    const Condition* condition = FindCondition(term.MapFromCondition);
-    if (term.MapFromAttribute.empty() || term.MapFromProperty.empty() || condition == nullptr) {
+    const std::string_view operatorText = OperatorOf(term.MapFromCondition);
+    if (term.MapFromAttribute.empty() || term.MapFromProperty.empty() || operatorText.empty()) {
         Complain(defects, "Invalid dependency(MapFrom) information for ", target);
         return false;
     }
     if (!term.MapFromValue) {
-        return AddExistTest(formula, term, condition->operatorText, defects);
+        return AddExistTest(formula, term, operatorText, defects);
     }
-    WriteTerm(formula, term, condition->operatorText, GetOptionalVarAsString(term.MapFromValue));
+    WriteTerm(formula, term, operatorText, GetOptionalVarAsString(term.MapFromValue));
     return true;
 }
 
