@@ -69,7 +69,7 @@ check-format: packages
 
 lint: packages
 	$(CONFIGURE) release -DBUILD_TESTING=ON
-	git ls-files 'RedfishConfig/*.cpp' 'client/*.cpp' 'tool/*.cpp' 'examples/*.cpp' | xargs -P $(JOBS) -n 4 clang-tidy --quiet -p build/release
+	git ls-files 'RedfishConfig/*.cpp' 'client/*.cpp' 'app/*.cpp' 'tool/*.cpp' 'examples/*.cpp' | xargs -P $(JOBS) -n 4 clang-tidy --quiet -p build/release
 
 # What a change must pass.
 gate: WARNINGS_AS_ERRORS = ON

@@ -2,7 +2,7 @@
 
 #include "CheckedManager.h"
 
-#include "Input.h"
+#include "app/Input.h"
 #include "support/RegistryBuilder.h"
 
 #include <stdexcept>
@@ -79,10 +79,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const Fuzz::TemporaryFolder folder;
     Fuzz::Bytes bytes(data, size);
     const std::string file = folder.Write("values.json", bytes.Rest());
-    RedfishConfigTool::ValuesInput input;
+    RedfishConfig::App::ValuesInput input;
     try {
-        input = RedfishConfigTool::ReadValues(file);
-    } catch (const RedfishConfigTool::InputError& error) {
+        input = RedfishConfig::App::ReadValues(file);
+    } catch (const RedfishConfig::App::InputError& error) {
         Fuzz::Require(std::string(error.what()).find(file) != std::string::npos, "a complaint names the file",
                       error.what());
         return 0;

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "AppNames.h"
 #include "ExitCode.h"
 #include "Output.h"
 #include "Selection.h"
-#include "System.h"
+#include "app/System.h"
 
 #include <boost/json/value.hpp>
 

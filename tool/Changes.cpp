@@ -24,7 +24,11 @@ void AddToBody(Answer& answer, PatchBody& body)
 ExitCode WriteChanges(const PatchBody& body, bool withBody, const std::vector<Answer>& answers, const System& system,
                       Output& output)
 {
-    const bool shown = withBody && body.MayBeShown(output);
+    const bool isSecret = withBody && body.HasPassword() && output.Terminal();
+    if (isSecret) {
+        output.Complain("the body carries a password, which no screen shows: redirect the output");
+    }
+    const bool shown = withBody && !isSecret;
     if (output.Json()) {
         output.Write(json::object{{"body", shown ? json::value(body.ToJson()) : json::value(nullptr)},
                                   {"refused", RefusalsToJson(answers, system)}});

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "AppNames.h"
 #include "ExitCode.h"
 #include "Output.h"
-#include "PatchBody.h"
-#include "System.h"
+#include "app/PatchBody.h"
+#include "app/System.h"
 
 #include <vector>
 

@@ -1,14 +1,16 @@
 #include "CommandLine.h"
 
-#include "CoreSystem.h"
-#include "Documents.h"
-#include "Input.h"
-#include "ModelSystem.h"
+#include "FindingTexts.h"
 #include "Output.h"
-#include "Suggest.h"
 #include "Text.h"
 #include "Trace.h"
+#include "app/CoreSystem.h"
+#include "app/Documents.h"
+#include "app/Input.h"
+#include "app/ModelSystem.h"
+#include "app/Suggest.h"
 #include "commands/Commands.h"
+#include "common/Texts.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -60,7 +62,8 @@ public:
     /** One empty line between two sections, no more and no less. */
     std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override
     {
-        return ReplaceAll(CLI::Formatter::make_help(app, std::move(name), mode), "\n\n\n", "\n\n");
+        return RedfishConfig::Texts::ReplaceAll(CLI::Formatter::make_help(app, std::move(name), mode), "\n\n\n",
+                                                "\n\n");
     }
 
     std::string make_usage(const CLI::App* app, std::string name) const override
@@ -161,7 +164,7 @@ std::string WithoutValues(std::string complaint, const std::vector<std::string>&
         return left.size() > right.size(); // one may be a part of another
     });
     for (const std::string& argument : withValues) {
-        complaint = ReplaceAll(std::move(complaint), argument, WithoutValue(argument));
+        complaint = RedfishConfig::Texts::ReplaceAll(std::move(complaint), argument, WithoutValue(argument));
     }
     return complaint;
 }

@@ -1,8 +1,9 @@
 #include "Refusals.h"
 
-#include "Suggest.h"
 #include "Text.h"
+#include "app/Suggest.h"
 #include "common/Ascii.h"
+#include "common/Texts.h"
 
 #include <boost/json/object.hpp>
 
@@ -29,7 +30,7 @@ bool IsNotFound(const Answer& answer)
 std::string Shown(std::string text, const Answer& answer)
 {
     const bool hasValue = IsNotFound(answer) && answer.Name.find('=') != std::string::npos;
-    return hasValue ? ReplaceAll(std::move(text), answer.Name, WithoutValue(answer.Name)) : text;
+    return hasValue ? RedfishConfig::Texts::ReplaceAll(std::move(text), answer.Name, WithoutValue(answer.Name)) : text;
 }
 
 /** @param left how many names may still get suggestions */
@@ -72,7 +73,8 @@ std::string Sentence(const Answer& answer, bool inAnyCase)
     const std::string& message = answer.Result.ErrorMsg();
     const bool isNamed = inAnyCase ? IsNamed(Ascii::ToLower(message), Ascii::ToLower(answer.Name))
                                    : message.find(answer.Name) != std::string::npos;
-    return ReplaceAll(isNamed ? message : answer.Name + ": " + message, ".\n", ". "); // some have two lines
+    return RedfishConfig::Texts::ReplaceAll(isNamed ? message : answer.Name + ": " + message, ".\n",
+                                            ". "); // some have two lines
 }
 
 /** "A, B, C". */

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "AppNames.h"
 #include "ExitCode.h"
 #include "Output.h"
-#include "System.h"
+#include "app/System.h"
 
 #include <boost/json/array.hpp>
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "AppNames.h"
+#include "app/Utf8.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -13,16 +16,6 @@
 
 namespace RedfishConfigTool {
 
-/** One character of a UTF-8 text. */
-struct Character {
-    char32_t Code = 0;
-    std::size_t Bytes = 1;
-    bool Valid = false; ///< false for a byte that begins no character; then Code is that byte
-};
-
-/** The character that begins at @p position, which is within the text. */
-Character CharacterAt(std::string_view text, std::size_t position);
-
 /** Whether a character could steer a terminal: the control characters, and those that break or turn round a line. */
 bool SteersTerminal(char32_t code);
 
@@ -35,12 +28,6 @@ std::string HexDigits(char32_t code, std::size_t digits);
  * changes its own output.
  */
 std::string Escape(std::string_view text);
-
-/** The text with every occurrence of @p piece, which is not empty, replaced. */
-std::string ReplaceAll(std::string text, std::string_view piece, std::string_view replacement);
-
-/** The number of characters of a UTF-8 text, a stray byte counting as one. */
-std::size_t CharacterCount(std::string_view text);
 
 /** The text with blanks behind it up to @p width characters; a longer one stays as it is. */
 std::string Pad(std::string_view text, std::size_t width);

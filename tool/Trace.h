@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Secrets.h"
+#include "AppNames.h"
+#include "app/Secrets.h"
 
 #include <ostream>
 

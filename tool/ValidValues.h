@@ -1,6 +1,7 @@
 #pragma once
 
-#include "System.h"
+#include "AppNames.h"
+#include "app/System.h"
 
 #include <string>
 #include <vector>

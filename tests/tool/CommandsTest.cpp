@@ -1,5 +1,6 @@
 #include "commands/Commands.h"
 
+#include "FindingTexts.h"
 #include "ToolTest.h"
 
 #include <gtest/gtest.h>

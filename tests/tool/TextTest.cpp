@@ -1,5 +1,6 @@
 #include "Text.h"
 #include "common/Ascii.h"
+#include "common/Texts.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +9,8 @@
 #include <vector>
 
 namespace {
+
+using RedfishConfig::Texts::ReplaceAll;
 
 namespace Ascii = RedfishConfig::Ascii;
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "CoreSystem.h"
-#include "ModelSystem.h"
+#include "app/CoreSystem.h"
+#include "app/ModelSystem.h"
 
+#include "AppNames.h"
 #include "ExitCode.h"
 #include "Output.h"
 #include "support/RegistryBuilder.h"

@@ -1,9 +1,10 @@
 #include "Commands.h"
 
-#include "../FileWriter.h"
+#include "../FindingTexts.h"
 #include "../JsonText.h"
-#include "../Secrets.h"
 #include "../Text.h"
+#include "app/FileWriter.h"
+#include "app/Secrets.h"
 #include "common/Ascii.h"
 
 #include <CLI/App.hpp>

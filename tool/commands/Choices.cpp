@@ -2,6 +2,7 @@
 
 #include "../Answers.h"
 #include "../Text.h"
+#include "common/Texts.h"
 
 #include <algorithm>
 #include <string>
@@ -22,7 +23,7 @@ std::string EscapeRegistryTexts(const Answer& answer)
     std::string text = answer.Text;
     const auto escape = [&text](const std::string& foreign) {
         if (foreign.find('\n') != std::string::npos) {
-            text = ReplaceAll(std::move(text), foreign, Escape(foreign));
+            text = RedfishConfig::Texts::ReplaceAll(std::move(text), foreign, Escape(foreign));
         }
     };
     for (const auto& [name, shownName] : record.Value) {

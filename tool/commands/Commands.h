@@ -1,10 +1,12 @@
 #pragma once
 
-#include "../Documents.h"
+#include "../AppNames.h"
 #include "../ExitCode.h"
 #include "../Output.h"
 #include "../Selection.h"
-#include "../System.h"
+#include "app/Documents.h"
+#include "app/RestoreReport.h"
+#include "app/System.h"
 
 #include <functional>
 #include <string>
@@ -97,8 +99,7 @@ Runner AttachSave(CLI::App& command);
 
 struct RestoreOptions {
     std::string File;
-    bool WithUnique = false; ///< what belongs to one system too
-    bool Full = false;       ///< what is already so too
+    RestoreScope Scope;
 };
 
 /** The PATCH body that restores a saved system. */

@@ -2,6 +2,7 @@
 
 #include "../Answers.h"
 #include "../Text.h"
+#include "common/Texts.h"
 
 #include <string>
 
@@ -18,7 +19,7 @@ void Print(const Answer& answer, bool isFirst, Output& output)
     const auto& record = answer.Subject->Record();
     const std::string& title =
         record.DisplayName && !record.DisplayName->empty() ? *record.DisplayName : answer.Subject->Name();
-    for (const std::string& line : Wrap(ReplaceAll(answer.Text, title, Escape(title)), width)) {
+    for (const std::string& line : Wrap(RedfishConfig::Texts::ReplaceAll(answer.Text, title, Escape(title)), width)) {
         output.Answers() << std::string(line.empty() ? 0 : indentation, ' ') << line << '\n';
     }
 }

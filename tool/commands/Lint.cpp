@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include "../FindingTexts.h"
 #include "../Text.h"
 
 #include <CLI/App.hpp>

@@ -1,9 +1,9 @@
 #include "Commands.h"
 
 #include "../Answers.h"
-#include "../Status.h"
-#include "../Suggest.h"
 #include "../Text.h"
+#include "app/Status.h"
+#include "app/Suggest.h"
 #include "common/Ascii.h"
 
 #include <CLI/App.hpp>

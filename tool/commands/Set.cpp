@@ -1,19 +1,42 @@
 #include "Commands.h"
 
-#include "../Assignments.h"
 #include "../Changes.h"
-#include "../Input.h"
 #include "../Refusals.h"
+#include "app/Assignments.h"
+#include "app/Input.h"
 
 #include <CLI/App.hpp>
 
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <set>
 
 namespace RedfishConfigTool {
 
 namespace {
+
+/**
+ * Splits NAME=VALUE arguments at their first "=". No complaint repeats an argument: it may hold a password.
+ *
+ * @throws UsageError for an argument without a name or "=", or a name that stands twice.
+ */
+std::vector<Assignment> ParseAssignments(const std::vector<std::string>& arguments)
+{
+    std::vector<Assignment> assignments;
+    std::set<std::string, RedfishConfig::CaseInsensitiveComparator> names;
+    for (const std::string& argument : arguments) {
+        std::optional<Assignment> assignment = ParseAssignment(argument);
+        if (!assignment) {
+            throw UsageError("set: argument " + std::to_string(assignments.size() + 1) + " is not NAME=VALUE");
+        }
+        if (!names.insert(assignment->Name).second) {
+            throw UsageError("set: " + assignment->Name + " stands there twice");
+        }
+        assignments.push_back(std::move(*assignment));
+    }
+    return assignments;
+}
 
 /** The file's assignments without those that the command line makes too, then those of the command line. */
 std::vector<Assignment> AllAssignments(const SetOptions& options)

@@ -2,9 +2,9 @@
 
 #include "../Answers.h"
 #include "../Refusals.h"
-#include "../Status.h"
 #include "../Text.h"
 #include "../ValidValues.h"
+#include "app/Status.h"
 
 #include <CLI/App.hpp>
 

@@ -1,0 +1,137 @@
+#include "FileWriter.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+#include <system_error>
+
+namespace RedfishConfig::App {
+
+namespace {
+
+[[noreturn]] void Fail(const std::string& file, const std::string& reason)
+{
+    throw WriteError(file + ": cannot write it: " + reason);
+}
+
+[[noreturn]] void FailWithErrno(const std::string& file)
+{
+    Fail(file, std::generic_category().message(errno));
+}
+
+std::string FolderOf(const std::string& file)
+{
+    const std::size_t slash = file.rfind('/');
+    if (slash == std::string::npos) {
+        return ".";
+    }
+    return slash == 0 ? "/" : file.substr(0, slash);
+}
+
+/** A new file beside the target, which is gone again unless it is handed on. */
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const std::string& target) : m_Target(target), m_Name(target + ".XXXXXX")
+    {
+        m_Descriptor = mkstemp(m_Name.data()); // new, and with mode 0600
+        if (m_Descriptor < 0) {
+            m_Name.clear();
+            FailWithErrno(target);
+        }
+    }
+    ~TemporaryFile()
+    {
+        Close();
+        if (!m_Name.empty()) {
+            unlink(m_Name.c_str());
+        }
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    void Write(std::string_view text)
+    {
+        while (!text.empty()) {
+            const ssize_t written = write(m_Descriptor, text.data(), text.size());
+            if (written > 0) {
+                text.remove_prefix(static_cast<std::size_t>(written));
+            } else if (errno != EINTR) {
+                FailWithErrno(m_Target);
+            }
+        }
+        if (fsync(m_Descriptor) != 0 || !Close()) {
+            FailWithErrno(m_Target);
+        }
+    }
+
+    void Replace()
+    {
+        if (std::rename(m_Name.c_str(), m_Target.c_str()) != 0) {
+            FailWithErrno(m_Target);
+        }
+        m_Name.clear();
+    }
+
+    /** Gives the file its name unless that is taken; the temporary name goes with this object. */
+    void TakeFreeName() const
+    {
+        if (link(m_Name.c_str(), m_Target.c_str()) != 0) {
+            if (errno == EEXIST) {
+                Fail(m_Target, "it exists already; --force replaces it");
+            }
+            FailWithErrno(m_Target);
+        }
+    }
+
+private:
+    bool Close()
+    {
+        const int descriptor = m_Descriptor;
+        m_Descriptor = -1;
+        return descriptor < 0 || close(descriptor) == 0;
+    }
+
+    std::string m_Target;
+    std::string m_Name;
+    int m_Descriptor = -1;
+};
+
+/** The name itself must be on disk too. A file system that cannot do that has done what it can. */
+void FlushFolder(const std::string& folder)
+{
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor >= 0) {
+        fsync(descriptor);
+        close(descriptor);
+    }
+}
+
+} // namespace
+
+void WriteFile(const std::string& file, const std::string& text, bool replace)
+{
+    struct stat existing {};
+    if (lstat(file.c_str(), &existing) == 0) {
+        if (!S_ISREG(existing.st_mode) && !S_ISLNK(existing.st_mode)) {
+            Fail(file, S_ISDIR(existing.st_mode) ? "it is a folder" : "it is no regular file");
+        }
+        if (!replace) {
+            Fail(file, "it exists already; --force replaces it");
+        }
+    }
+    TemporaryFile temporary(file);
+    temporary.Write(text);
+    if (replace) {
+        temporary.Replace();
+    } else {
+        temporary.TakeFreeName();
+    }
+    FlushFolder(FolderOf(file));
+}
+
+} // namespace RedfishConfig::App
