@@ -121,7 +121,7 @@ std::string ValueToCheck(const Assignment& assignment, const System& system)
         return value;
     }
     if (IsFromStandardInput(assignment, system)) {
-        return WithoutLastLineFeed(ReadText("/dev/stdin"));
+        return WithoutLastLineFeed(ReadStandardInput());
     }
     if (assignment.MayRefer && setting->IsPassword() && value.size() > 1 && value[0] == '@') {
         return WithoutLastLineFeed(ReadText(value.substr(1)));

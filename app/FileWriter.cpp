@@ -36,7 +36,8 @@ std::string FolderOf(const std::string& file)
 /** A new file beside the target, which is gone again unless it is handed on. */
 class TemporaryFile {
 public:
-    explicit TemporaryFile(const std::string& target) : m_Target(target), m_Name(target + ".XXXXXX")
+    TemporaryFile(const std::string& target, const FileCalls& calls)
+        : m_Calls(calls), m_Target(target), m_Name(FolderOf(target) + "/.redfishconfig-XXXXXX")
     {
         m_Descriptor = mkstemp(m_Name.data()); // new, and with mode 0600
         if (m_Descriptor < 0) {
@@ -57,35 +58,42 @@ public:
     void Write(std::string_view text)
     {
         while (!text.empty()) {
-            const ssize_t written = write(m_Descriptor, text.data(), text.size());
+            const ssize_t written = m_Calls.Write(m_Descriptor, text.data(), text.size());
             if (written > 0) {
                 text.remove_prefix(static_cast<std::size_t>(written));
+            } else if (written == 0) {
+                Fail(m_Target, "nothing more can be written");
             } else if (errno != EINTR) {
                 FailWithErrno(m_Target);
             }
         }
-        if (fsync(m_Descriptor) != 0 || !Close()) {
+        if (m_Calls.Sync(m_Descriptor) != 0 || !Close()) {
             FailWithErrno(m_Target);
         }
     }
 
     void Replace()
     {
-        if (std::rename(m_Name.c_str(), m_Target.c_str()) != 0) {
+        if (m_Calls.Rename(m_Name.c_str(), m_Target.c_str()) != 0) {
             FailWithErrno(m_Target);
         }
         m_Name.clear();
     }
 
-    /** Gives the file its name unless that is taken; the temporary name goes with this object. */
-    void TakeFreeName() const
+    /** Gives the file its name unless that is taken. */
+    void TakeFreeName()
     {
-        if (link(m_Name.c_str(), m_Target.c_str()) != 0) {
-            if (errno == EEXIST) {
-                Fail(m_Target, "it exists already; --force replaces it");
-            }
-            FailWithErrno(m_Target);
+        if (m_Calls.Link(m_Name.c_str(), m_Target.c_str()) == 0) {
+            return; // the temporary name goes with this object
         }
+        if (errno != EEXIST && m_Calls.RenameToFreeName(m_Name.c_str(), m_Target.c_str()) == 0) {
+            m_Name.clear(); // some file systems have no second names, such as those of memory sticks
+            return;
+        }
+        if (errno == EEXIST) {
+            Fail(m_Target, "it exists already; --force replaces it");
+        }
+        FailWithErrno(m_Target);
     }
 
 private:
@@ -96,6 +104,7 @@ private:
         return descriptor < 0 || close(descriptor) == 0;
     }
 
+    const FileCalls& m_Calls;
     std::string m_Target;
     std::string m_Name;
     int m_Descriptor = -1;
@@ -111,9 +120,20 @@ void FlushFolder(const std::string& folder)
     }
 }
 
+int RenameToFreeName(const char* from, const char* to)
+{
+    return renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE);
+}
+
 } // namespace
 
-void WriteFile(const std::string& file, const std::string& text, bool replace)
+const FileCalls& SystemFileCalls()
+{
+    static constexpr FileCalls calls{::write, ::fsync, std::rename, ::link, RenameToFreeName};
+    return calls;
+}
+
+void WriteFile(const std::string& file, const std::string& text, bool replace, const FileCalls& calls)
 {
     struct stat existing {};
     if (lstat(file.c_str(), &existing) == 0) {
@@ -124,7 +144,7 @@ void WriteFile(const std::string& file, const std::string& text, bool replace)
             Fail(file, "it exists already; --force replaces it");
         }
     }
-    TemporaryFile temporary(file);
+    TemporaryFile temporary(file, calls);
     temporary.Write(text);
     if (replace) {
         temporary.Replace();

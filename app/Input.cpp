@@ -4,6 +4,7 @@
 #include <boost/json/parser.hpp>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -33,14 +34,11 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     Fail(file, std::generic_category().message(errno));
 }
 
-} // namespace
+using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-std::string ReadText(const std::string& file)
+/** The text of a stream, without a byte-order mark. */
+std::string ReadAll(const Stream& stream, const std::string& file)
 {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(file.c_str(), "rb"), std::fclose);
-    if (!stream) {
-        FailWithErrno(file);
-    }
     std::string text;
     struct stat status {};
     if (fstat(fileno(stream.get()), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
@@ -61,6 +59,28 @@ std::string ReadText(const std::string& file)
         text.erase(0, byteOrderMark.size()); // some editors put it before a file; JSON has no place for it
     }
     return text;
+}
+
+} // namespace
+
+std::string ReadText(const std::string& file)
+{
+    const Stream stream(std::fopen(file.c_str(), "rb"), std::fclose);
+    if (!stream) {
+        FailWithErrno(file);
+    }
+    return ReadAll(stream, file);
+}
+
+std::string ReadStandardInput()
+{
+    // opened anew it would ask for permissions that the process may not have, and a socket cannot be
+    const int descriptor = dup(STDIN_FILENO);
+    const Stream stream(descriptor >= 0 ? fdopen(descriptor, "rb") : nullptr, std::fclose);
+    if (!stream) {
+        FailWithErrno("standard input");
+    }
+    return ReadAll(stream, "standard input");
 }
 
 namespace {

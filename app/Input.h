@@ -36,6 +36,9 @@ struct ValuesInput {
 /** The text of a file, without a byte-order mark. @throws InputError when it cannot be read or is larger. */
 std::string ReadText(const std::string& file);
 
+/** The same of standard input, as the process has it. */
+std::string ReadStandardInput();
+
 /** @param file only named in complaints. @throws InputError when the text is not JSON. */
 boost::json::value ParseJson(const std::string& file, const std::string& text);
 

@@ -9,6 +9,7 @@ import fcntl
 import gzip
 import json
 import os
+import socket
 import pathlib
 import pty
 import resource
@@ -131,6 +132,16 @@ class Files(unittest.TestCase):
         done = subprocess.run([BINARY, "get", "BootMode", "--values", "/dev/stdin"], env=environment(),
                               input=b'{"BootMode": "Legacy"}', capture_output=True, timeout=60, check=False)
         self.assertEqual((done.returncode, done.stdout), (0, b"BootMode=Legacy\n"))
+
+    def test_a_password_may_come_through_a_socket(self):
+        ours, theirs = socket.socketpair()
+        with ours, theirs:
+            ours.sendall(b"Aa1!Aa1!\n")
+            ours.shutdown(socket.SHUT_WR)
+            done = subprocess.run([BINARY, "set", "AdminPassword=-"], env=environment(), stdin=theirs,
+                                  capture_output=True, timeout=60, check=False)
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        self.assertEqual(json.loads(done.stdout), {"Attributes": {"AdminPassword": "Aa1!Aa1!"}})
 
     @unittest.skipIf(os.geteuid() == 0, "root may read every file")
     def test_a_file_that_may_not_be_read(self):
