@@ -36,6 +36,20 @@ def compile_alone(standard, header, prefix):
         "-I", prefix / "include", "-", input=f"#include <{header}>\n")
 
 
+# Calls the function of the README for a registry, and for a text that is none.
+README_MAIN = """
+int main()
+{
+    std::string registry = R"({"RegistryEntries": {"Attributes": [{"AttributeName": "BootMode", "Type": "String"}]}})";
+    std::string noRegistry = "{";
+    RedfishConfig::SettingValueMap values{{"BootMode", std::string("Uefi")}};
+    Show(registry, values);
+    Show(noRegistry, values);
+}
+"""
+README_OUTPUT = ["Uefi", "Fail to parse the HTTP response."]
+
+
 def main():
     source, build, _, work = (pathlib.Path(argument).resolve() for argument in sys.argv[1:5])
     shutil.rmtree(work, ignore_errors=True)
@@ -89,6 +103,13 @@ def main():
     run("c++", "-std=c++17", consumer / "consumer.cpp", *flags, "-o", work / "with-pkg-config")
     expect(run(work / "with-pkg-config", env=environment) == CONSUMER_OUTPUT,
            "the consumer built with pkg-config answers otherwise")
+
+    example = re.search(r"```cpp\n(.*?)```", (source / "README.md").read_text(), re.DOTALL).group(1)
+    (work / "readme.cpp").write_text(example + README_MAIN)
+    flags = run("pkg-config", "--cflags", "--libs", "redfishconfig", env=environment).split()
+    run("c++", "-std=c++17", work / "readme.cpp", *flags, "-o", work / "readme")
+    shown = run(work / "readme", env=environment).splitlines()
+    expect(shown == README_OUTPUT, f"the example of the README shows {shown}")
 
     run("cmake", "-S", source / "examples", "-B", work / "examples", "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}",
         "-DCMAKE_BUILD_TYPE=Debug")

@@ -9,11 +9,11 @@ import fcntl
 import gzip
 import json
 import os
-import socket
 import pathlib
 import pty
 import resource
 import shutil
+import socket
 import struct
 import subprocess
 import sys
