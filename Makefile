@@ -8,12 +8,12 @@ WARNINGS_AS_ERRORS ?= OFF
 CONFIGURE = cmake -DREDFISHCONFIG_WARNINGS_AS_ERRORS=$(WARNINGS_AS_ERRORS) --preset
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: demo test test-long packages build sanitize thread fuzz bench coverage format check-format lint gate clean
+.PHONY: demo test test-long packages-build packages-test packages-gate build sanitize thread fuzz bench coverage format check-format lint gate clean
 
 demo: build
 	@sh examples/demo.sh build/release/tool/redfishconfig
 
-test: packages
+test: packages-test
 	$(CONFIGURE) release -DBUILD_TESTING=ON
 	cmake --build --preset release -j $(JOBS)
 	ctest --preset release -j $(JOBS)
@@ -22,21 +22,27 @@ test: packages
 test-long: test
 	REDFISHCONFIG_LONG=1 ctest --preset release -j $(JOBS) -R 'World|RealRegistries|GeneratedRegistries' --verbose
 
-packages:
-	@packaging/install-packages
+packages-build:
+	@packaging/install-packages build
 
-build: packages
+packages-test:
+	@packaging/install-packages build test
+
+packages-gate:
+	@packaging/install-packages build test gate
+
+build: packages-build
 	$(CONFIGURE) release -DBUILD_TESTING=OFF
 	cmake --build --preset release -j $(JOBS)
 
 # The tests under the address and undefined-behaviour sanitizers, and under the thread sanitizer.
-sanitize thread: packages
+sanitize thread: packages-test
 	$(CONFIGURE) $@
 	cmake --build --preset $@ -j $(JOBS)
 	ctest --preset $@ -j $(JOBS)
 
 # Runs each fuzzer for SECONDS, from its corpus; what it finds new stays below build/fuzz.
-fuzz: packages
+fuzz: packages-gate
 	$(CONFIGURE) fuzz
 	cmake --build --preset fuzz -j $(JOBS)
 	fuzz/run build/fuzz $(SECONDS)
@@ -45,7 +51,7 @@ fuzz: packages
 # paired with the one of BASELINE, a revision; that of the state before the rule model unless it says otherwise.
 BASELINE ?= 89af945
 BASELINE_FOLDER = build/baseline-$(BASELINE)
-bench: packages
+bench: packages-gate
 	$(CONFIGURE) bench
 	cmake --build --preset bench -j $(JOBS)
 	-test -d $(BASELINE_FOLDER) || git worktree add --detach $(BASELINE_FOLDER) $(BASELINE)
@@ -54,20 +60,20 @@ bench: packages
 	REDFISHCONFIG_BASELINE=$(BASELINE_FOLDER)/build/tool/redfishconfig \
 		build/bench/bench/redfishconfig_bench build/bench/figures.json
 
-coverage: packages
+coverage: packages-gate
 	$(CONFIGURE) coverage
 	cmake --build --preset coverage -j $(JOBS)
 	find build/coverage -name '*.gcda' -delete
 	ctest --preset coverage -j $(JOBS) -LE install
-	gcovr --root . --filter RedfishConfig/ --filter client/ --object-directory build/coverage --exclude-throw-branches --print-summary
+	gcovr --root . --filter RedfishConfig/ --filter client/ --filter app/ --filter tool/ --object-directory build/coverage --exclude-throw-branches --print-summary
 
 format:
 	clang-format -i $(SOURCES)
 
-check-format: packages
+check-format: packages-gate
 	clang-format --dry-run --Werror $(SOURCES)
 
-lint: packages
+lint: packages-gate
 	$(CONFIGURE) release -DBUILD_TESTING=ON
 	git ls-files 'RedfishConfig/*.cpp' 'client/*.cpp' 'app/*.cpp' 'tool/*.cpp' 'examples/*.cpp' | xargs -P $(JOBS) -n 4 clang-tidy --quiet -p build/release
 
