@@ -56,21 +56,12 @@ std::string FormulaText(const json::value& value)
     return value.is_string() ? std::string(value.get_string()) : json::serialize(value);
 }
 
-/** The text with every occurrence of a piece, which is in lower case, covered whatever its letter case. */
-std::string Cover(std::string text, const std::string& piece)
-{
-    std::string folded = Ascii::ToLower(text);
-    for (std::size_t at = 0; (at = folded.find(piece, at)) != std::string::npos; at += passwordMask.size()) {
-        text.replace(at, piece.size(), passwordMask);
-        folded.replace(at, piece.size(), passwordMask);
-    }
-    return text;
-}
-
-/** "CurrentValue " is that of adapted rules, where the value has a blank behind it too. */
+/** "CurrentValue " is that of adapted rules, where the value has a blank behind it too. The library takes a property in
+ *  another letter case for none, and tells the test all the same. */
 bool IsValueProperty(const std::string& property)
 {
-    return property == "CurrentValue" || property == "DefaultValue" || property == "CurrentValue ";
+    return Ascii::EqualIgnoringCase(property, "CurrentValue") || Ascii::EqualIgnoringCase(property, "DefaultValue") ||
+           Ascii::EqualIgnoringCase(property, "CurrentValue ");
 }
 
 } // namespace
@@ -88,32 +79,17 @@ Secrets::Secrets(const json::value& registry, const RedfishConfig::SettingValueM
     if (!m_Names.empty()) {
         AddRules(entries);
     }
-    SortTexts();
 }
 
 void Secrets::Add(const std::string& password)
 {
-    if (!password.empty()) {
-        m_Folded.push_back(Ascii::ToLower(password));
-        SortTexts();
-    }
-}
-
-void Secrets::SortTexts()
-{
-    std::sort(m_Folded.begin(), m_Folded.end(), [](const std::string& left, const std::string& right) {
-        return left.size() != right.size() ? left.size() > right.size() : left < right;
-    });
-    m_Folded.erase(std::unique(m_Folded.begin(), m_Folded.end()), m_Folded.end());
+    m_Texts.Add(Ascii::ToLower(password));
 }
 
 void Secrets::AddText(const json::value* value)
 {
     if (value != nullptr && !value->is_null() && !value->is_structured()) {
-        const std::string text = FormulaText(*value);
-        if (!text.empty()) {
-            m_Folded.push_back(Ascii::ToLower(text));
-        }
+        m_Texts.Add(Ascii::ToLower(FormulaText(*value)));
     }
 }
 
@@ -140,7 +116,7 @@ void Secrets::AddRules(const json::object& entries)
     ForEachObject(entries, "Dependencies", [&](const json::object& rule) {
         const json::object& dependency = ObjectMember(rule, "Dependency");
         const std::string property = TextMember(dependency, "MapToProperty");
-        if (IsPassword(dependency, "MapToAttribute") && (property == "CurrentValue" || property == "DefaultValue")) {
+        if (IsPassword(dependency, "MapToAttribute") && IsValueProperty(property)) {
             AddText(dependency.if_contains("MapToValue"));
         }
         ForEachObject(dependency, "MapFrom", [&](const json::object& term) {
@@ -171,23 +147,39 @@ void Secrets::AddTest(const std::string& property, const json::value* value)
     }
     for (const char* comparison : {"==", "!=", ">", ">=", "<", "<="}) {
         const std::string tested = "(" + asTold(property) + comparison;
-        m_Tests.emplace_back(tested + shown + ")", tested + passwordMask + ")");
+        m_Tested.Add(tested);
+        m_Shown[tested].Add(shown + ")");
     }
 }
 
 std::string Secrets::ConcealInReason(std::string reason) const
 {
-    for (const auto& [test, cover] : m_Tests) {
-        reason = Texts::ReplaceAll(std::move(reason), test, cover);
+    for (std::size_t at = 0; (at = reason.find('(', at)) != std::string::npos; ++at) {
+        m_Tested.VisitAt(reason, at, [&](std::size_t length) {
+            const std::size_t value = at + length;
+            const std::size_t shown = m_Shown.at(reason.substr(at, length)).LongestAt(reason, value);
+            if (shown > 0) {
+                reason.replace(value, shown - 1, passwordMask);
+            }
+            return shown > 0;
+        });
     }
     return reason;
 }
 
 std::string Secrets::ConcealInTrace(const std::string& line) const
 {
-    std::string covered = line;
-    for (const std::string& secret : m_Folded) {
-        covered = Cover(std::move(covered), secret);
+    const std::string folded = Ascii::ToLower(line);
+    std::string covered;
+    std::size_t end = 0; // of what is covered
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        const std::size_t length = m_Texts.LongestAt(folded, at);
+        if (length > 0 && at >= end) {
+            covered += passwordMask;
+        } else if (at >= end) {
+            covered += line[at];
+        }
+        end = std::max(end, at + length);
     }
     return covered;
 }

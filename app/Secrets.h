@@ -1,14 +1,15 @@
 #pragma once
 
+#include "TextSet.h"
+
 #include <RedfishConfig/SettingValue.h>
 
 #include <boost/json/object.hpp>
 
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace RedfishConfig::App {
 
@@ -50,11 +51,11 @@ private:
     bool IsPassword(const boost::json::object& object, const char* key) const;
     void AddTest(const std::string& property, const boost::json::value* value);
     void AddText(const boost::json::value* value);
-    void SortTexts();
 
     std::set<std::string, RedfishConfig::CaseInsensitiveComparator> m_Names; // of the password settings
-    std::vector<std::string> m_Folded;                        // the texts in lower case, the longest first
-    std::vector<std::pair<std::string, std::string>> m_Tests; // as told in reasons, "(NAME==VALUE)", and what covers it
+    TextSet m_Texts;                                                         // in lower case
+    TextSet m_Tested;                                                        // how a test begins in a reason: "(NAME=="
+    std::map<std::string, TextSet> m_Shown;                                  // what follows it: "VALUE)"
 };
 
 } // namespace RedfishConfig::App

@@ -5,6 +5,7 @@
 #include <RedfishConfig/Client/ValueSet.h>
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -37,7 +38,7 @@ private:
     /** The choices of an enumeration, as its values use them. */
     struct ChoiceTexts {
         std::set<std::string> Values;
-        std::unordered_map<std::string, std::set<std::string>> ByOtherName;
+        std::map<std::string, std::set<std::string>> ByOtherName; // no hash, for which names can be chosen to collide
     };
     const ChoiceTexts& ChoicesOf(std::size_t attribute);
     bool NamesTooMany(const Test& test);

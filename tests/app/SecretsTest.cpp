@@ -2,6 +2,7 @@
 
 #include "ToolTest.h"
 #include "Trace.h"
+#include "support/Growth.h"
 
 #include <RedfishConfig/Log.h>
 
@@ -117,6 +118,56 @@ TEST(ConcealInReason, CoversTheValueThatAPasswordIsComparedWith)
     EXPECT_EQ(secrets.ConcealInReason("due to: ((Key!=hunter2)&&(Lamp==hunter2))"),
               "due to: ((Key!=********)&&(Lamp==hunter2))");
     EXPECT_EQ(secrets.ConcealInReason("(MyKey!=hunter2)"), "(MyKey!=hunter2)") << "another setting";
+}
+
+TEST(ConcealInReason, CoversItAlsoBehindAPropertyInOtherLetterCase)
+{
+    RegistryBuilder registry;
+    registry.Attribute("Key", "Password").Attribute("Lamp", "Boolean");
+    registry.Rule("Lamp", "ReadOnly", true, {Term{"Key", "EQU", "s3same", "", "currentValue"}});
+    PublishedTestSystem system(registry);
+    const std::string reason = system->AllStatus(Detail::Reasons).at(1)[StatusRow::ReadOnly].Reason;
+    EXPECT_EQ(reason.find("s3same"), std::string::npos) << reason;
+    const Secrets secrets = SecretsOf(registry);
+    EXPECT_EQ(secrets.ConcealInReason("((Key.currentValue==s3same))"), "((Key.currentValue==********))");
+    EXPECT_EQ(secrets.ConcealInTrace("Calculate ((Key.currentValue==s3same))"),
+              "Calculate ((Key.currentValue==********))");
+}
+
+TEST(ConcealInReason, CoversValuesThatBeginLikeAnOperator)
+{
+    RegistryBuilder registry = OnePassword();
+    registry.Rule("Lamp", "Hidden", true, {Term{"Key", "LSS", "=x"}});
+    EXPECT_EQ(SecretsOf(registry).ConcealInReason("((Key<=x))"), "((Key<********))");
+}
+
+TEST(ConcealInTrace, CoversTextsThatOverlap)
+{
+    Secrets secrets;
+    secrets.Add("abc");
+    secrets.Add("cdef");
+    EXPECT_EQ(secrets.ConcealInTrace("-abcdef-"), "-********-");
+}
+
+TEST(ConcealInReason, TakesTimeInProportionToTheTests)
+{
+    const auto growth = RegistryTest::Growth(
+        [](std::size_t size) {
+            RegistryBuilder registry = OnePassword();
+            std::string reason;
+            for (std::size_t number = 0; number < size; ++number) {
+                const std::string text = "secret" + std::to_string(100'000 + number);
+                registry.Rule("Lamp", "Hidden", true, {Term{"Key", "EQU", boost::json::value(text)}});
+                reason += "(Key==" + text + ")||";
+            }
+            const Secrets secrets = SecretsOf(registry);
+            return [secrets, reason] {
+                EXPECT_EQ(secrets.ConcealInReason(reason).find("secret"), std::string::npos);
+                EXPECT_EQ(secrets.ConcealInTrace(reason).find("secret"), std::string::npos);
+            };
+        },
+        1'000);
+    EXPECT_LT(growth, 3.0);
 }
 
 TEST(ConcealInReason, WholeValuesOnly)

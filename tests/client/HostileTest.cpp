@@ -1,5 +1,6 @@
 #include "ClientTest.h"
 
+#include "support/Growth.h"
 #include "support/RegistryBuilder.h"
 
 #include <zlib.h>
@@ -13,6 +14,7 @@
 namespace {
 
 using namespace ClientTest;
+using RegistryTest::Growth;
 using RegistryTest::RegistryBuilder;
 using RegistryTest::Term;
 using testing::ElementsAre;
@@ -380,25 +382,6 @@ TEST(HostileRules, OnMenusDecideAMillionSettingsAtMost)
     EXPECT_EQ(model->Findings()[0].Rule, 1'000U);
     EXPECT_EQ(model->RulesFor(999, Property::Hidden).size(), 1'000U);
     EXPECT_THAT(Listed(model->RulesFor(1'000, Property::Hidden)), ElementsAre(1'001));
-}
-
-/** How many times longer a task takes when it is twice as large, by the least processor time of some runs. */
-double Growth(const std::function<std::function<void()>(std::size_t size)>& prepare, std::size_t size)
-{
-    const auto once = prepare(size);
-    const auto twice = prepare(2 * size);
-    const auto secondsOf = [](const std::function<void()>& task) {
-        const std::clock_t begin = std::clock();
-        task();
-        return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
-    };
-    double least = 1e9;
-    double leastOfTwice = 1e9;
-    for (int run = 0; run < 5; ++run) {
-        least = std::min(least, secondsOf(once));
-        leastOfTwice = std::min(leastOfTwice, secondsOf(twice));
-    }
-    return leastOfTwice / std::max(least, 1e-4);
 }
 
 /** A task that reads a registry and evaluates it, of which the text has been parsed already. */

@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 namespace RedfishConfig {
@@ -60,7 +60,7 @@ private:
     }
 
     std::vector<std::string>& m_Names;
-    std::unordered_set<std::string> m_Known; // the first of them, once they are more than a few
+    std::set<std::string> m_Known; // the first of them, once they are more than a few
 };
 
 } // namespace RedfishConfig
