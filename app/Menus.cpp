@@ -1,5 +1,7 @@
 #include "Menus.h"
 
+#include "common/Limits.h"
+
 #include <algorithm>
 #include <limits>
 #include <string_view>
@@ -16,7 +18,7 @@ Pieces Split(std::string_view path)
 {
     Pieces pieces;
     for (std::size_t begin = 0; begin < path.size();) {
-        const bool isLast = pieces.size() + 1 == MenuTree::mostLevels;
+        const bool isLast = pieces.size() + 1 == Limits::menuLevels;
         const std::size_t end = isLast ? path.size() : std::min(path.find('/', begin), path.size());
         const std::string_view piece = path.substr(begin, end - begin);
         if (!piece.empty() && piece != ".") {

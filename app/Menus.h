@@ -45,9 +45,6 @@ struct MenuDescription {
  */
 class MenuTree {
 public:
-    /** Deeper menu paths are cut: what follows counts as one name. The deepest path seen in use has seven pieces. */
-    static constexpr std::size_t mostLevels = 32;
-
     explicit MenuTree(const std::vector<MenuDescription>& descriptions);
 
     /** The menu at a setting's menu path, added to the tree where it is new. The root when the path names no menu. */

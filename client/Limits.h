@@ -1,16 +1,18 @@
 #pragma once
 
+#include "common/Limits.h"
+
 #include <cstddef>
 
 /**
- * How much is read and written. Documents come from firmware that nobody controls; each limit is far beyond real ones,
- * and those of the library, which reads the outcome, are kept here too.
+ * How much is read and written. Documents come from firmware that nobody controls; each limit is far beyond real ones.
+ * Those of the core, which reads the outcome, are in common/Limits.h.
  */
 namespace RedfishConfig::Client::Limits {
 
 /** A document that exceeds one of these cannot be read. */
-constexpr std::size_t documentBytes = 256U << 20U; // once decompressed
-constexpr std::size_t documentDepth = 32;          // of objects and lists in each other
+constexpr std::size_t documentBytes = RedfishConfig::Limits::registryBytes; // once decompressed
+constexpr std::size_t documentDepth = RedfishConfig::Limits::registryDepth; // of objects and lists in each other
 
 /** Where a registry or values are looked for in a document that wraps them. */
 constexpr std::size_t wrapperDepth = 4;
@@ -18,16 +20,16 @@ constexpr std::size_t wrapperMembers = 1'000;
 constexpr std::size_t wrapperPointerBytes = 4'096; // of the keys around it
 
 /** Whether a rule of more terms holds is never known. */
-constexpr std::size_t termsOfRule = 1'000;
+constexpr std::size_t termsOfRule = RedfishConfig::Limits::termsOfRule;
 
 /** What a condition may become: alternatives when it is written for the core; terms in them there and in lint. */
 constexpr std::size_t conjunctions = 256;
 constexpr std::size_t termsOfConjunctions = 8'192;
 
 /** What the core reads of an adapted registry. */
-constexpr std::size_t adaptedRules = 250'000;
-constexpr std::size_t formulaBytes = 60U << 10U;   // of all rules for one property, below the core's 64 KiB
-constexpr std::size_t ruleListBytes = 128U << 20U; // of all rules as text, below the core's 256 MiB
+constexpr std::size_t adaptedRules = RedfishConfig::Limits::rules;
+constexpr std::size_t formulaBytes = RedfishConfig::Limits::formulaBytes - (4U << 10U); // of all rules for one property
+constexpr std::size_t ruleListBytes = RedfishConfig::Limits::registryBytes / 2;         // of all rules as text
 
 /** The rules for one property of a setting become no more text than so many times theirs, and some. */
 constexpr std::size_t growthOfRules = 16;
@@ -46,9 +48,6 @@ constexpr std::size_t keyTails = 64;
  * choices for no more of them. */
 constexpr std::size_t orderedChoices = 1'000;
 constexpr std::size_t choicesOfName = 16;
-
-/** Deeper menu paths are cut: what follows counts as one name. The deepest path seen in use has seven pieces. */
-constexpr std::size_t menuLevels = 32;
 
 /** Menus as targets of rules, settings in menus, and settings that rules on menus decide; of each so many in all. */
 constexpr std::size_t menuRuleTargets = 1'000'000;

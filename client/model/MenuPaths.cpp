@@ -26,7 +26,7 @@ std::string NormalPath(std::string_view path)
 /** How much of a normal path ends with its level @p level, or what follows the last level that is looked at. */
 std::size_t EndOfLevel(const std::string& path, std::size_t begin, std::size_t level)
 {
-    return level < Limits::menuLevels ? std::min(path.find('/', begin + 1), path.size()) : path.size();
+    return level < RedfishConfig::Limits::menuLevels ? std::min(path.find('/', begin + 1), path.size()) : path.size();
 }
 
 bool EndsWith(const std::string& path, const std::string& end)

@@ -1,4 +1,4 @@
-#include "CommonProc/Limits.h"
+#include "common/Limits.h"
 
 #include "CommonProc/RedfishConfigExpression/ValueSubstitution.h"
 #include "CommonProc/RedfishConfigSettingManager/SettingKeys.h"

@@ -1,5 +1,6 @@
 #include "app/Menus.h"
 #include "app/MenuDescriptions.h"
+#include "common/Limits.h"
 
 #include <boost/json/parse.hpp>
 
@@ -140,7 +141,7 @@ TEST(MenusIn, AModelHasTheMenusOfItsDocument)
 TEST(MenuTree, ADeepPathIsCut)
 {
     std::string path = ".";
-    for (std::size_t level = 1; level <= MenuTree::mostLevels; ++level) {
+    for (std::size_t level = 1; level <= RedfishConfig::Limits::menuLevels; ++level) {
         path += "/m";
     }
     const auto levels = [](const Menu* menu) {
@@ -151,16 +152,16 @@ TEST(MenuTree, ADeepPathIsCut)
         return count;
     };
     MenuTree tree = TreeFrom("[]");
-    EXPECT_EQ(levels(&tree.Place(path)), MenuTree::mostLevels);
+    EXPECT_EQ(levels(&tree.Place(path)), RedfishConfig::Limits::menuLevels);
     EXPECT_EQ(tree.Place(path).Name, "m");
-    EXPECT_EQ(levels(&tree.Place(path + "/m")), MenuTree::mostLevels);
+    EXPECT_EQ(levels(&tree.Place(path + "/m")), RedfishConfig::Limits::menuLevels);
     EXPECT_EQ(tree.Place(path + "/m").Name, "m/m");
 
     std::string huge(2000000, '/');
     for (std::size_t place = 1; place < huge.size(); place += 2) {
         huge[place] = 'm';
     }
-    EXPECT_EQ(levels(&tree.Place(huge)), MenuTree::mostLevels);
+    EXPECT_EQ(levels(&tree.Place(huge)), RedfishConfig::Limits::menuLevels);
 }
 
 TEST(Menu, CountsTheSettingsOfItsSubMenus)

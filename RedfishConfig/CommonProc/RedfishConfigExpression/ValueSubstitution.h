@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Limits.h"
+#include "common/Limits.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "PatternMatch.h"
 
-#include "../Limits.h"
 #include "DeepStack.h"
+#include "common/Limits.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,7 +1,7 @@
 #include "RegistryReader.h"
 
-#include "../Limits.h"
 #include "AttributeRecord.h"
+#include "common/Limits.h"
 
 #include <boost/json/basic_parser_impl.hpp>
 #include <boost/json/monotonic_resource.hpp>

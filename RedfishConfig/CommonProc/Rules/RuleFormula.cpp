@@ -1,6 +1,6 @@
 #include "RuleFormula.h"
 
-#include "../Limits.h"
+#include "common/Limits.h"
 #include "common/SchemaNames.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "CommonProc/RedfishConfigSetting/PatternMatch.h"
 
-#include "CommonProc/Limits.h"
+#include "common/Limits.h"
 #include "support/Times.h"
 
 #include <gtest/gtest.h>

@@ -34,4 +34,7 @@ constexpr std::size_t matchedBytes = 4'096;
 constexpr std::size_t matchSteps = 2'000'000;
 constexpr std::size_t matchStackBytes = 4U << 20U;
 
+/** Deeper menu paths are cut: what follows counts as one name. The deepest path seen in use has seven pieces. */
+constexpr std::size_t menuLevels = 32;
+
 } // namespace RedfishConfig::Limits
