@@ -16,6 +16,9 @@ void RegisterManySystems();
 /** The rule model is read, further systems are added to it, and all verdicts are asked for. */
 void RegisterModelFigures();
 
+/** What somebody may choose to be many: an item of many against one of few. */
+void RegisterHostileFigures();
+
 /** The command line tool as a whole process, against an older one that REDFISHCONFIG_BASELINE names. */
 void RegisterWholeProcesses();
 

@@ -82,6 +82,7 @@ int main(int argc, char** argv)
     RegisterWarmFigures();
     RegisterManySystems();
     RegisterModelFigures();
+    RegisterHostileFigures();
     RegisterWholeProcesses();
     Table table;
     benchmark::RunSpecifiedBenchmarks(&table);

@@ -14,16 +14,16 @@ constexpr unsigned tagShift = 29; // to the upper half of a hash of 61 bits
 
 } // namespace
 
-NameIndex::NameIndex(std::vector<std::string_view> names, const CaseFolding& folding)
-    : m_Names(std::move(names)), m_Folding(folding), m_Next(m_Names.size(), noPosition)
+NameIndex::NameIndex(const std::vector<std::string_view>& names, const CaseFolding& folding)
+    : m_Folding(folding), m_Next(names.size(), noPosition)
 {
-    m_Cells.resize(TableCells(m_Names.size()));
-    std::vector<Position> last(m_Names.size()); // by the first record of a name
-    for (Position position = 0; position < m_Names.size(); ++position) {
-        const std::uint64_t hash = Hash(m_Names[position]);
-        Cell& cell = m_Cells[CellOf(m_Names[position], hash)];
+    m_Cells.resize(TableCells(names.size()));
+    std::vector<Position> last(names.size()); // by the first record of a name
+    for (Position position = 0; position < names.size(); ++position) {
+        const std::uint64_t hash = Hash(names[position]);
+        Cell& cell = m_Cells[CellOf(names[position], hash)];
         if (cell.first == noPosition) {
-            cell = {m_Names[position], static_cast<std::uint32_t>(hash >> tagShift), position};
+            cell = {names[position], static_cast<std::uint32_t>(hash >> tagShift), position};
         } else {
             m_Next[last[cell.first]] = position;
         }

@@ -17,15 +17,13 @@ public:
     static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
     /** @param names of the records by position; what they refer to must outlive this object */
-    NameIndex(std::vector<std::string_view> names, const CaseFolding& folding);
+    NameIndex(const std::vector<std::string_view>& names, const CaseFolding& folding);
 
     /** The position of the first record with that name, or none. */
     std::size_t First(std::string_view name) const;
 
     /** The position of the next record with the same name as the one at @p position, or none. */
     std::size_t Next(std::size_t position) const { return Widen(m_Next[position]); }
-
-    std::string_view NameAt(std::size_t position) const { return m_Names[position]; }
 
 private:
     using Position = std::uint32_t;
@@ -43,7 +41,6 @@ private:
     // The cell of a name, or the empty one where it would be put.
     std::size_t CellOf(std::string_view name, std::uint64_t hash) const;
 
-    std::vector<std::string_view> m_Names;
     CaseFolding m_Folding;
     std::vector<Cell> m_Cells;    // at a place that the hash of the name tells or behind
     std::vector<Position> m_Next; // of each record, the next with the same name
