@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Breaks the library on purpose, in one place at a time, and reports which breaks no test notices.
+"""Breaks a part of the project on purpose, in one place at a time, and reports which breaks no test notices.
 
-    Mutate.py COUNT [SEED] [REPORT.json]
+    Mutate.py PART COUNT [SEED] [REPORT.json]
 
-Works on a copy of the committed tree below build/mutation, so the tree itself is never touched. The breaks are spread
-evenly over the sources of RedfishConfig/; each changes an operator, a truth value, a number, a text, the level of a log
+PART is core, client, app or tool. Works on a copy of the committed tree below build/mutation, so the tree itself is never
+touched. The breaks are spread evenly over the sources of the part; each changes an operator, a truth value, a number, a text, the level of a log
 line or a result code, or leaves a statement out. A break that does not compile does not count.
 """
 
@@ -20,9 +20,32 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 COPY = ROOT / "build" / "mutation" / "tree"
 BUILD = ROOT / "build" / "mutation" / "build"
 RELEASE = ROOT / "build" / "release" / "tests"  # as make test builds them; they load the broken library
-SHARED = [[str(RELEASE / "library_tests")], [str(RELEASE / "exact" / "exact_tests")]]
-INTERNAL = [[str(BUILD / "tests" / "internal_tests")]]  # built anew with what the others let pass
-SECONDS = 120  # a break may make the library run for ever
+SECONDS = 120  # a break may make a program run for ever
+
+
+def gtest(program):
+    return [str(program), "--gtest_brief=1", "--gtest_fail_fast"]
+
+
+def transcripts():
+    tool = ROOT / "tests" / "tool"
+    files = sorted(str(file) for file in (tool / "transcripts").glob("*.txt"))
+    return [sys.executable, "-B", str(tool / "RunTranscripts.py"), str(BUILD / "tool" / "redfishconfig"), *files]
+
+
+OF_THE_COMMAND = {"targets": ["tool_tests", "redfishconfig_command"],
+                  "tests": [gtest(BUILD / "tests" / "tool" / "tool_tests"), transcripts()]}
+
+# What is built of each part, the tests that are run then, and the target and tests for breaks that these let pass.
+PARTS = {
+    "core": {"folder": "RedfishConfig", "targets": ["redfishconfig"],
+             "tests": [gtest(RELEASE / "library_tests"), gtest(RELEASE / "exact" / "exact_tests")],
+             "last": ("internal_tests", gtest(BUILD / "tests" / "internal_tests"))},
+    "client": {"folder": "client", "targets": ["redfishconfig_client"],
+               "tests": [gtest(RELEASE / "client" / "client_tests"), gtest(RELEASE / "tool" / "tool_tests")]},
+    "app": {"folder": "app", **OF_THE_COMMAND},
+    "tool": {"folder": "tool", **OF_THE_COMMAND},
+}
 
 # (what to look for, what to put there)
 CHANGES = [
@@ -41,8 +64,8 @@ def run(command, **options):
     return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False, **options)
 
 
-def sources():
-    listed = run(["git", "-C", str(ROOT), "ls-files", "RedfishConfig"]).stdout.decode().split()
+def sources(folder):
+    listed = run(["git", "-C", str(ROOT), "ls-files", folder]).stdout.decode().split()
     return [name for name in listed if name.endswith(".cpp") or (name.endswith(".h") and "/include/" not in name)]
 
 
@@ -65,11 +88,11 @@ def mutants_of(name):
                     yield name, number, lines[number], broken
 
 
-def choose(count, seed):
+def choose(folder, count, seed):
     """Mutants in turn from each source, so that small ones are broken as often as large ones until they run out."""
     chance = random.Random(seed)
     by_file = []
-    for name in sources():
+    for name in sources(folder):
         found = list(mutants_of(name))
         chance.shuffle(found)
         by_file.append(found)
@@ -82,59 +105,60 @@ def choose(count, seed):
     return chosen
 
 
-def build(target):
-    return run(["cmake", "--build", str(BUILD), "--target", target]).returncode == 0
+def build(targets):
+    return run(["cmake", "--build", str(BUILD), "--target", *targets]).returncode == 0
 
 
-def fails(tests):
-    for command in tests:
-        try:
-            done = run([*command, "--gtest_brief=1", "--gtest_fail_fast"], timeout=SECONDS, cwd=BUILD,
-                       env={**os.environ, "LD_LIBRARY_PATH": str(BUILD / "RedfishConfig")})
-            if done.returncode != 0:
-                return True
-        except subprocess.TimeoutExpired:
-            return True
-    return False
+def fails(command):
+    libraries = f"{BUILD / 'RedfishConfig'}:{BUILD / 'client'}"
+    try:
+        done = run(command, timeout=SECONDS, cwd=BUILD, env={**os.environ, "LD_LIBRARY_PATH": libraries})
+        return done.returncode != 0
+    except subprocess.TimeoutExpired:
+        return True
 
 
-def noticed():
-    return fails(SHARED) or not build("internal_tests") or fails(INTERNAL)
+def noticed(part):
+    if any(fails(command) for command in part["tests"]):
+        return True
+    target, last = part.get("last", (None, None))
+    return target is not None and (not build([target]) or fails(last))
 
 
-def prepare():
+def prepare(part):
     run(["rm", "-rf", str(COPY)])
     assert run(["git", "clone", "-q", str(ROOT), str(COPY)]).returncode == 0
     done = run(["cmake", "-S", str(COPY), "-B", str(BUILD), "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None", "-DCMAKE_CXX_FLAGS=-O1",
-                "-DREDFISHCONFIG_BUILD_TOOL=OFF", "-DREDFISHCONFIG_BUILD_EXAMPLES=OFF", "-DBUILD_TESTING=ON"])
-    assert done.returncode == 0 and build("redfishconfig"), done.stdout.decode()
-    assert all(pathlib.Path(command[0]).exists() for command in SHARED), "run make test first"
-    assert not noticed(), "the tests fail before anything is broken"
+                "-DREDFISHCONFIG_BUILD_EXAMPLES=OFF", "-DBUILD_TESTING=ON"])
+    assert done.returncode == 0 and build(part["targets"]), done.stdout.decode()
+    assert RELEASE.exists(), "run make test first"
+    assert not noticed(part), "the tests fail before anything is broken"
 
 
 def main(arguments):
-    if not arguments:
+    if len(arguments) < 2 or arguments[0] not in PARTS:
         sys.exit(__doc__)
-    count = int(arguments[0])
-    seed = int(arguments[1]) if len(arguments) > 1 else 1
-    prepare()
+    part = PARTS[arguments[0]]
+    count = int(arguments[1])
+    seed = int(arguments[2]) if len(arguments) > 2 else 1
+    prepare(part)
     report = {"noticed": 0, "notCompiled": 0, "survived": []}
-    for name, number, line, broken in choose(count, seed):
+    for name, number, line, broken in choose(part["folder"], count, seed):
         file = COPY / name
         text = file.read_text()
         lines = text.split("\n")
         lines[number] = broken
         file.write_text("\n".join(lines))
-        if not build("redfishconfig"):
+        if not build(part["targets"]):
             report["notCompiled"] += 1
-        elif noticed():
+        elif noticed(part):
             report["noticed"] += 1
         else:
             report["survived"].append(f"{name}:{number + 1}: {line.strip()}  ->  {broken.strip()}")
             print(report["survived"][-1], flush=True)
         file.write_text(text)
-        if len(arguments) > 2:
-            pathlib.Path(arguments[2]).write_text(json.dumps(report, indent=1))
+        if len(arguments) > 3:
+            pathlib.Path(arguments[3]).write_text(json.dumps(report, indent=1))
     compiled = report["noticed"] + len(report["survived"])
     print(f"{compiled} breaks, {report['noticed']} noticed, {len(report['survived'])} not; "
           f"{report['notCompiled']} more did not compile")
